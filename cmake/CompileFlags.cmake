@@ -1,0 +1,18 @@
+# One interface target carries every flag that the project's own code is built with.
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(orvantesco_flags INTERFACE)
+target_compile_options(orvantesco_flags INTERFACE
+  -Wall -Wextra -Wconversion -Wshadow -Werror
+  # Recursions must give the same bits at every processor level, so products and sums
+  # are never contracted into fused operations behind our back.
+  -ffp-contract=off)
+
+if(ORVANTESCO_SANITIZE)
+  target_compile_options(orvantesco_flags INTERFACE
+    -fsanitize=${ORVANTESCO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(orvantesco_flags INTERFACE -fsanitize=${ORVANTESCO_SANITIZE})
+endif()
