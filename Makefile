@@ -1,0 +1,65 @@
+# Everything a person types here. Each target first installs what it lacks (scripts/install-packages),
+# so a fresh Debian machine needs no more than git and make.
+
+SHELL := /bin/bash
+JOBS ?= 2
+INSTALL := scripts/install-packages
+BUILD := cmake --build --parallel $(JOBS) --preset
+
+.DEFAULT_GOAL := all
+.PHONY: all demo test bench format lint asan tsan clang clean help
+
+all: ## build the program: build/bin/orvantesco
+	@$(INSTALL) build
+	@cmake --preset release
+	@$(BUILD) release --target orvantesco
+
+demo: all ## render a recording through the delay into build/demo/ and picture it
+	@$(INSTALL) demo
+	@scripts/demo
+
+test: ## build everything and run every test
+	@$(INSTALL) build test
+	@cmake --preset dev -DORVANTESCO_BENCH=OFF
+	@$(BUILD) dev
+	@ctest --preset dev --parallel $(JOBS)
+
+bench: ## measure kernels, blocks and the engine; ARGS="--benchmark_filter=..." narrows it
+	@$(INSTALL) build bench
+	@cmake --preset release
+	@$(BUILD) release --target orvantesco_bench
+	@build/bin/orvantesco_bench $(ARGS)
+
+format: ## bring every source file into the project's format
+	@$(INSTALL) lint
+	@scripts/format
+
+lint: ## format, include directions, leftovers and clang-tidy
+	@$(INSTALL) build test clang lint
+	@scripts/format --check
+	@scripts/check-floors
+	@scripts/check-text
+	@scripts/tidy --jobs $(JOBS)
+
+asan: ## run every test under the address and undefined-behaviour sanitizers
+	@$(INSTALL) build test
+	@cmake --preset asan
+	@$(BUILD) asan
+	@ctest --preset asan --parallel $(JOBS)
+
+tsan: ## run the tests that use several threads under the thread sanitizer
+	@$(INSTALL) build test
+	@cmake --preset tsan
+	@$(BUILD) tsan --target threaded_tests
+	@ctest --preset tsan --parallel $(JOBS)
+
+clang: ## build everything with clang, warnings as errors
+	@$(INSTALL) build test bench clang
+	@cmake --preset clang
+	@$(BUILD) clang
+
+clean: ## remove everything that was built
+	@rm -rf build
+
+help: ## this list
+	@awk -F':.*## ' '/^[a-z]+:.*## / { printf "  make %-8s %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
