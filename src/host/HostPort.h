@@ -35,7 +35,8 @@ class HostPort {
   }
   virtual void endParamChange(int paramIdx) { (void)paramIdx; }
 
-  /// Asks for a new size of the editor's window in pixels; false if the host refuses. Editor thread.
+  /// Asks for a new size of the editor's window in pixels; false if the host refuses. Editor
+  /// thread.
   virtual bool resizeEditor(int width, int height) {
     (void)width;
     (void)height;
