@@ -1,0 +1,28 @@
+#pragma once
+
+namespace orvantesco {
+
+/// Channels first, first + 1, ... first + count - 1.
+struct ChannelRange {
+  int first = 0;
+  int count = 0;
+};
+
+/// One audio channel of the plug-in. Audio thread.
+struct ChannelRecord {
+  bool connected = false;
+  double* buffer = nullptr;  ///< the current block: the host's where connected, else a scratch
+};
+
+/// One block of audio as a host hands it over. Audio thread.
+struct AudioBlock {
+  double* const* inputs = nullptr;  ///< the main inputs
+  int inputCount = 0;               ///< 1 or 2
+  double* sideChain = nullptr;      ///< null where the host has none connected
+  double* const* outputs = nullptr;
+  int outputCount = 0;
+  int frames = 0;
+  bool bypass = false;  ///< pass the main inputs on instead of processing them
+};
+
+}  // namespace orvantesco
