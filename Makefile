@@ -11,7 +11,7 @@ BUILD := cmake --build --parallel $(JOBS) --preset
 
 all: ## build the program: build/bin/orvantesco
 	@$(INSTALL) build
-	@cmake --preset release
+	@cmake --preset release -DORVANTESCO_BENCH=OFF
 	@$(BUILD) release --target orvantesco
 
 demo: all ## render a recording through the delay into build/demo/ and picture it
@@ -26,7 +26,7 @@ test: ## build everything and run every test
 
 bench: ## measure kernels, blocks and the engine; ARGS="--benchmark_filter=..." narrows it
 	@$(INSTALL) build bench
-	@cmake --preset release
+	@cmake --preset release -DORVANTESCO_BENCH=ON
 	@$(BUILD) release --target orvantesco_bench
 	@build/bin/orvantesco_bench $(ARGS)
 
@@ -35,7 +35,7 @@ format: ## bring every source file into the project's format
 	@scripts/format
 
 lint: ## format, include directions, leftovers and clang-tidy
-	@$(INSTALL) build test clang lint
+	@$(INSTALL) build test bench clang lint
 	@scripts/format --check
 	@scripts/check-floors
 	@scripts/check-text
