@@ -31,9 +31,11 @@ class IPlugAAX : public IPlugBase {
   /// One block from the host: refreshes the side-chain flag and the channel records and runs
   /// `ProcessDoubleReplacing`, or passes the inputs on where the block is bypassed. A block longer
   /// than `blockSize` is taken in pieces. Audio thread.
-  void RenderAudio(const AudioBlock& block) noexcept;
+  void RenderAudio(const AudioBlock& block);
 
   /// Whether the current block carries a side chain: then it is the input behind the main ones.
+  /// `RenderAudio` keeps this up to date; who calls the effect directly sets it. Audio thread.
+  void SetSideChainActive(bool active) noexcept;
   bool sideChainActive() const noexcept { return sideChainConnected; }
 
  protected:
@@ -41,8 +43,7 @@ class IPlugAAX : public IPlugBase {
 
  private:
   void connectChannels(const AudioBlock& block) noexcept;
-  void refreshSideChain(bool connected) noexcept;
-  void renderPiece(const AudioBlock& block, int first, int frames) noexcept;
+  void renderPiece(const AudioBlock& block, int first, int frames);
 
   HostPort* hostSide;
   Shared<bool> sideChainConnected{false};

@@ -42,7 +42,7 @@ class IPlugBase {
   virtual void OnParamChange(int paramIdx) { (void)paramIdx; }
 
   /// One block of any length. Audio thread. In the base: the inputs pass.
-  virtual void ProcessDoubleReplacing(double** inputs, double** outputs, int nFrames) noexcept;
+  virtual void ProcessDoubleReplacing(double** inputs, double** outputs, int nFrames);
 
   /// In the base: connected inputs are copied to the outputs, the other outputs cleared.
   virtual void ProcessSingleReplacing(float** inputs, float** outputs, int nFrames) noexcept;

@@ -17,16 +17,17 @@ constexpr std::uint32_t fourCharacterId(std::string_view text) noexcept {
 
 /// What an effect tells the framework about itself when it is built.
 struct PlugInfo {
-  int paramCount = 0;
+  int parameterCount = 0;
   /// Layouts as "inputs-outputs", blank separated; side-chain inputs count as inputs.
-  std::string channelLayouts = "2-2";
+  std::string channelList = "2-2";
+  int presetCount = 1;
   std::string effectName;
   std::string productName;
   std::string manufacturerName;
-  int version = 0;  ///< major, minor and patch in bytes 2, 1 and 0
-  std::uint32_t uniqueId = 0;
-  std::uint32_t manufacturerId = 0;
-  int latency = 0;  ///< samples, until `SetLatency` says otherwise
+  int version = 0;             ///< major, minor and patch in bytes 2, 1 and 0
+  std::string uniqueId;        ///< four characters
+  std::string manufacturerId;  ///< four characters
+  int latency = 0;             ///< samples, until `SetLatency` says otherwise
   int sideChainInputs = 0;
   bool doesMidi = false;
   bool doesStateChunks = false;
