@@ -83,9 +83,6 @@ class IPlugBase {
   /// only beyond `LatencyBuffer::reservedFrames`. Audio thread or main thread.
   virtual void SetLatency(int samples) noexcept;
 
-  /// Sets the controls that are bound to parameters to the stored values. Editor thread.
-  virtual void RedrawParamControls();
-
   /// The longest block that will come. Where it differs, the scratch buffers are sized and cleared.
   /// Not while audio runs.
   virtual void SetBlockSize(int frames);
