@@ -53,10 +53,11 @@ tsan: ## run the tests that use several threads under the thread sanitizer
 	@$(BUILD) tsan --target threaded_tests
 	@ctest --preset tsan --parallel $(JOBS)
 
-clang: ## build everything with clang, warnings as errors
+clang: ## build everything with clang, and run every test
 	@$(INSTALL) build test bench clang
 	@cmake --preset clang
 	@$(BUILD) clang
+	@ctest --preset clang --parallel $(JOBS)
 
 clean: ## remove everything that was built
 	@rm -rf build
