@@ -43,7 +43,7 @@ FxScaled threshold(double x) noexcept {
 
 }  // namespace
 
-// One row for each rule: long, but flat.
+// One row for each rule: long, but flat. NOLINTNEXTLINE(readability-function-size)
 FxScaled scaleFxParam(FxScale scale, double x) noexcept {
   const double bipolar = 2.0 * x - 1.0;
   switch (scale) {

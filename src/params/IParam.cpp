@@ -66,7 +66,7 @@ void put(std::span<char> out, const char* text, std::size_t length) noexcept {
 
 void printNumber(double number, int decimals, std::span<char> out) noexcept {
   // The largest double has 309 digits before the point; to_chars knows no locale.
-  std::array<char, 320> digits;
+  std::array<char, 320> digits{};
   char* const first = digits.data();
   char* const last = first + digits.size();
   const auto end = decimals == 0

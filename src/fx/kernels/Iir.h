@@ -83,6 +83,7 @@ inline int iirFilterInPlace(double* srcDst, int n, IirState* state) noexcept {
 /// Two filters on two separate vectors, with the bits of two calls of iirFilterInPlace. Where
 /// both are of one form and size their chains of latencies overlap, so that a stereo pair costs
 /// little more than one channel.
+// Two filters and one length: a pair of arguments each. NOLINTNEXTLINE(readability-function-size)
 inline int iirFilterPair(double* srcDstA, IirState* stateA, double* srcDstB, IirState* stateB,
                          int n) noexcept {
   if (const int error = kernels::checkArguments(n, srcDstA, stateA, srcDstB, stateB)) return error;

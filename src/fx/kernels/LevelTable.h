@@ -11,9 +11,9 @@ extern const KernelTable scalarTable;
 extern const KernelTable sse2Table;
 extern const KernelTable avx2Table;
 
-/// The table of a level that names its packs `Doubles` and `Floats`.
+/// The table of a level that names its packs `Doubles` and `Floats`. One row for each kernel.
 template <class Level>
-constexpr KernelTable makeTable() noexcept {
+constexpr KernelTable makeTable() noexcept {  // NOLINT(readability-function-size)
   using D = VectorBody<typename Level::Doubles>;
   using F = VectorBody<typename Level::Floats>;
   using FigureD = ReductionBody<typename Level::Doubles>;
