@@ -1,0 +1,56 @@
+#include "delay/DelayRing.h"
+
+#include <algorithm>
+#include <cassert>
+#include <new>
+
+#include "delay/CleanCopy.h"
+#include "fx/Kernels.h"
+
+namespace orvantesco {
+
+DelayRing::~DelayRing() { vecFree(memory); }
+
+void DelayRing::allocate(int samples) {
+  const int wanted = std::max(samples, 2 * kGuard);
+  double* fresh = allocDoubles(wanted + kGuard);
+  if (fresh == nullptr) throw std::bad_alloc();
+  vecFree(memory);
+  memory = fresh;
+  ringLength = wanted;
+  reset();
+}
+
+void DelayRing::reset() noexcept {
+  position = 0;
+  readableEnd = 0;
+}
+
+void DelayRing::write(const double* source, int n) noexcept {
+  assert(n <= kGuard);
+  const int first = std::min(n, ringLength - position);
+  cleanCopy(source, memory + position, first);
+  cleanCopy(source + first, memory, n - first);
+  position += n;
+  if (position >= ringLength) {
+    position -= ringLength;
+    readableEnd = ringLength + kGuard;
+  }
+  if (!full()) {
+    readableEnd = position;
+  } else if (position < 2 * kGuard) {
+    std::copy_n(memory, kGuard, memory + ringLength);
+  }
+}
+
+int DelayRing::wrapFar(int index) const noexcept {
+  const int rest = index % ringLength;
+  return rest < 0 ? rest + ringLength : rest;
+}
+
+const double* DelayRing::fillSpan(int first, int n, double* scratch) const noexcept {
+  for (int i = 0; i < n; ++i) scratch[i] = at(wrap(first + i));
+  return scratch;
+}
+
+}  // namespace orvantesco
