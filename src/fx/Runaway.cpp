@@ -1,18 +1,13 @@
 #include "fx/Runaway.h"
 
+#include <algorithm>
+
 namespace orvantesco {
 
-namespace {
-
-/// Exact check, for the vectors that the sum could not clear.
-bool isSaneEach(const double* vector) noexcept {
-  for (int i = 0; i < kVectorLength; ++i) {
-    if (!isSane(vector[i])) return false;
-  }
-  return true;
+bool isSaneSpan(const double* values, int n) noexcept {
+  if (n == kVectorLength) return isSaneVector(values);
+  return std::all_of(values, values + n, isSane);
 }
-
-}  // namespace
 
 // Where the sum of all magnitudes is within the limit, so is each of them; and a NaN or an infinity
 // stays in a sum. Eight partial sums keep the additions independent of each other.
@@ -24,7 +19,7 @@ bool isSaneVector(const double* vector) noexcept {
   }
   double total = 0.0;
   for (double sum : sums) total += sum;
-  return isSane(total) || isSaneEach(vector);
+  return isSane(total) || std::all_of(vector, vector + kVectorLength, isSane);
 }
 
 }  // namespace orvantesco

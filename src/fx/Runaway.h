@@ -16,6 +16,9 @@ inline bool isSane(double value) noexcept { return std::fabs(value) <= kRunawayL
 /// True if all 32 values are finite and within the limit. About the cost of reading them.
 bool isSaneVector(const double* vector) noexcept;
 
+/// The same for n values.
+bool isSaneSpan(const double* values, int n) noexcept;
+
 /// The value, or 0 where it is not sane.
 inline double saneOrZero(double value) noexcept { return isSane(value) ? value : 0.0; }
 

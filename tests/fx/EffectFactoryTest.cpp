@@ -1,0 +1,49 @@
+#include "fx/EffectFactory.h"
+
+#include <gtest/gtest.h>
+
+#include "fx/BiquadFixture.h"
+#include "fx/EffectCatalogue.h"
+
+namespace orvantesco {
+namespace {
+
+TEST(EffectFactory, buildsWhatItSaysExists) {
+  for (int id = -2; id < 80; ++id) {
+    EXPECT_EQ(createEffect(id, false, nullptr) != nullptr, effectExists(id)) << id;
+  }
+}
+
+TEST(EffectFactory, offAndTheGapsBuildNothing) {
+  for (int id = -1; id < 80; ++id) {
+    if (effectRecord(id).build.kind != EffectClass::none) continue;
+    EXPECT_FALSE(effectExists(id)) << id;
+  }
+}
+
+TEST(EffectFactory, buildsTheFiltersInTheirModes) {
+  const std::tuple<int, int, int> expected[] = {
+      {30, 16, 4}, {31, 0, 1}, {32, 25, 1}, {33, 10, 2}, {36, 21, 3}};
+  for (auto [id, mode, stages] : expected) {
+    const auto effect = createEffect(id, false, nullptr);
+    const auto* filter = dynamic_cast<IppBiquad*>(effect.get());
+    ASSERT_NE(filter, nullptr) << id;
+    EXPECT_EQ(filter->filterMode(), mode);
+    EXPECT_EQ(filter->stageCount(), stages);
+  }
+}
+
+TEST(EffectFactory, theChannelsMoveApart) {
+  const auto left = createEffect(31, false, nullptr);
+  const auto right = createEffect(31, true, nullptr);
+  for (const auto& effect : {left, right}) {
+    effect->setParam(0, 0.5);
+    effect->setParam(2, 0.5);
+  }
+  const double upper = 50.0 * std::pow(400.0, 0.75);
+  EXPECT_GT(testing_support::responseDb(*left, upper),
+            testing_support::responseDb(*right, upper) + 20.0);
+}
+
+}  // namespace
+}  // namespace orvantesco
