@@ -1,0 +1,55 @@
+#include "cli/Program.h"
+
+#include <CLI/CLI.hpp>
+
+#include "cli/Message.h"
+#include "cli/ParamsCommand.h"
+
+namespace orvantesco::cli {
+namespace {
+
+constexpr const char* examples =
+    "Examples:\n"
+    "  orvantesco params --match \"Delay Time\"\n"
+    "  orvantesco params --help\n";
+
+/// `params` and its options.
+class ParamsCall {
+ public:
+  explicit ParamsCall(CLI::App& program)
+      : command(program.add_subcommand("params", "List the parameters")) {
+    command->add_flag("--json", options.json, "print one JSON document");
+    command->add_option("--match", options.match, "only names that hold this text");
+    command->footer("Example:\n  orvantesco params --json --match feedback\n");
+  }
+  bool wasCalled() const { return command->parsed(); }
+  ExitCode run() const { return static_cast<ExitCode>(runParams(options)); }
+
+ private:
+  CLI::App* command;
+  ParamsOptions options;
+};
+
+}  // namespace
+
+ExitCode runProgram(int argc, const char* const* argv) {
+  CLI::App program("Renders audio through a four-slot stereo delay", "orvantesco");
+  program.set_version_flag("--version", "orvantesco " ORVANTESCO_VERSION);
+  program.footer(examples);
+  program.require_subcommand(1);
+  const ParamsCall params(program);
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::CallForHelp&) {
+    printResult(program.help());
+    return ExitCode::done;
+  } catch (const CLI::Success& wanted) {
+    printResult(std::string(wanted.what()) + "\n");
+    return ExitCode::done;
+  } catch (const CLI::ParseError& fault) {
+    throw badCall(fault.what());
+  }
+  return params.run();
+}
+
+}  // namespace orvantesco::cli

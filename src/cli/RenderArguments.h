@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/RenderCall.h"
+
+namespace CLI {
+class App;
+}
+
+namespace orvantesco::cli {
+
+/// The arguments of `render` as they were typed, and their meaning.
+class RenderArguments {
+ public:
+  /// Declares the options; the object must outlive the parsing.
+  void addTo(CLI::App& command);
+
+  /// Throws a `Failure` for a value that an option does not take and for files that would
+  /// overwrite each other.
+  RenderCall toCall() const;
+
+ private:
+  RenderSettings settings() const;
+
+  std::vector<std::string> inputs;
+  std::string output;
+  std::string outputFolder;
+  std::string workers;
+  std::vector<std::string> assignments;
+  std::string automationFile;
+  std::string sideChainFile;
+  std::string tempo = "120";
+  std::string timeSignature = "4/4";
+  std::string start = "0";
+  std::string block = "512";
+  std::string tail = "auto";
+  std::string warmUp = "0.25";
+  std::string sampleFormat;
+  std::string seed = "1";
+  bool stopped = false;
+  bool keepLatency = false;
+  bool stats = false;
+  bool quiet = false;
+};
+
+}  // namespace orvantesco::cli
