@@ -106,7 +106,7 @@ std::string_view withoutUnit(std::string_view text, std::string_view unit) {
 }  // namespace
 
 std::string displayText(const IParam& param, double value) {
-  std::array<char, paramTextSize> text;
+  std::array<char, paramTextSize> text{};
   param.formatValue(value, false, text);
   const std::string_view unit = param.shownLabel(value);
   std::string shown = text.data();

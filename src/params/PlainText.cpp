@@ -65,7 +65,7 @@ std::optional<double> numberIn(std::string_view text) noexcept {
 }
 
 std::string shortest(double number) {
-  std::array<char, 32> digits;
+  std::array<char, 32> digits{};
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number);
   return std::string(digits.data(), end.ptr);
 }
