@@ -10,7 +10,7 @@
 namespace orvantesco {
 namespace {
 
-constexpr int rounds = 20000;
+constexpr int readings = 500000;
 constexpr double writtenValues[] = {0.5, 3.0, 250.0};
 
 bool isOneOf(double value, std::span<const double> values) {
@@ -26,18 +26,19 @@ bool belongsTogether(const ParamForm& form) {
          form.shape == 1.0 && form.displayTexts.size() == 8;
 }
 
-/// Calls `read` from two threads while `write` runs; true if every reading was sound.
+/// Calls `write` until each of two threads has called `read` often enough; true if every reading
+/// was sound.
 template <class Read, class Write>
 bool holdsWhile(Read read, Write write) {
-  std::atomic<bool> running{true};
+  std::atomic<int> reading{2};
   std::atomic<bool> sound{true};
   const auto readAll = [&] {
-    while (running)
+    for (int i = 0; i < readings; ++i)
       if (!read()) sound = false;
+    --reading;
   };
   std::array readers{std::thread(readAll), std::thread(readAll)};
-  for (int i = 0; i < rounds; ++i) write(i);
-  running = false;
+  for (int i = 0; reading > 0; i = (i + 1) % 6) write(i);
   for (std::thread& reader : readers) reader.join();
   return sound;
 }
