@@ -17,7 +17,9 @@ constexpr double kMaxFadeSeconds = 0.05;
 /// Where count and size are both whole, rounding must not decide when a grain ends.
 constexpr double kCountTolerance = 1e-6;
 
-/// How far, of the size, a fade may have been made beside it.
+/// Of the size: how far from its target it counts as at rest, and how far beside it a fade may
+/// then have been made.
+constexpr double kRestingSize = 1e-9;
 constexpr double kStaleFade = 0.1;
 
 /// Four neighbours in a ring, the second of them at `k`; contiguous but at the ring's ends.
@@ -75,19 +77,19 @@ void GrainReader::makeFade(double size) noexcept {
 
 /// The fade follows the size in steps of whole samples. The last steps of a glide are smaller, so
 /// once the size rests, a fade that was left behind too far is made anew.
-void GrainReader::followSize(const double* sizes) noexcept {
-  const double size = sizes[0];
-  if (static_cast<int>(size) != static_cast<int>(sizes[1])) {
-    makeFade(size);
+void GrainReader::followSize(const double* sizes, double target) noexcept {
+  if (static_cast<int>(sizes[0]) != static_cast<int>(sizes[1])) {
+    makeFade(sizes[0]);
     return;
   }
-  if (size != sizes[kVectorLength - 1] || size == fadeSize) return;
-  if (fadeLength > size || std::fabs(fadeSize - size) > kStaleFade * size) makeFade(size);
+  if (std::fabs(sizes[0] - target) > kRestingSize * target) return;
+  if (fadeLength > target || std::fabs(fadeSize - target) > kStaleFade * target) makeFade(target);
 }
 
 void GrainReader::read(const DelayRing& ring, const Settings& settings, double* output) noexcept {
-  const double* sizes = sizeGlide.ramp(settings.sizeSamples * kSizeShare);
-  followSize(sizes);
+  const double target = settings.sizeSamples * kSizeShare;
+  const double* sizes = sizeGlide.ramp(target);
+  followSize(sizes, target);
   for (int i = 0; i < kVectorLength; ++i) {
     readPosition = wrapTop(readPosition + settings.rate, ring.length());
     count += settings.rate;

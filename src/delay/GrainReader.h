@@ -41,7 +41,7 @@ class GrainReader {
   double fadeSamples() const noexcept { return fadeLength; }
 
  private:
-  void followSize(const double* sizes) noexcept;
+  void followSize(const double* sizes, double target) noexcept;
   void makeFade(double size) noexcept;
   void startGrain(const DelayRing& ring, const Settings& settings, double size, int i) noexcept;
   double crossfade(const DelayRing& ring, double rate, double fresh) noexcept;
