@@ -1,0 +1,221 @@
+#include "delay/QLMMultiDelay.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+
+#include "fx/FilterMode.h"
+#include "fx/RateValues.h"
+#include "fx/Runaway.h"
+
+namespace orvantesco {
+
+namespace {
+
+constexpr int kEchoFilterStages = 2;
+constexpr double kLowpassOffHz = 20000.0;
+constexpr double kHighpassOffHz = 20.0;
+
+constexpr double kMinGrainMs = 1.0;
+constexpr double kMaxGrainMs = 400.0;
+
+int lengthWithin(int n) noexcept {
+  assert(n >= 1 && n <= kVectorLength);
+  return std::clamp(n, 1, kVectorLength);
+}
+
+int tapWithin(int tap) noexcept {
+  assert(tap >= 0 && tap < QLMMultiDelay::kTapCount);
+  return std::clamp(tap, 0, QLMMultiDelay::kTapCount - 1);
+}
+
+}  // namespace
+
+QLMMultiDelay::QLMMultiDelay(bool isRight)
+    : DSPShell(isRight),
+      lowpass(isRight, kLowpassFilter, kEchoFilterStages),
+      highpass(isRight, kHighpassFilter, kEchoFilterStages) {
+  resize(kFirstLength);
+}
+
+void QLMMultiDelay::setDelayMode(int newMode) noexcept {
+  mode = newMode;
+  switch (newMode) {
+    case kBackward:
+      renderer = &QLMMultiDelay::renderBackward;
+      break;
+    case kGrain:
+      renderer = &QLMMultiDelay::renderGrain;
+      break;
+    default:
+      renderer = newMode > kGrain ? &QLMMultiDelay::renderTapped : &QLMMultiDelay::renderForward;
+  }
+  reset();
+}
+
+void QLMMultiDelay::reset() noexcept {
+  DSPShell::reset();
+  ring.reset();
+  clearTapMemory();
+  reverse.reset();
+  grains.reset();
+  lowpass.reset();
+  highpass.reset();
+}
+
+void QLMMultiDelay::resize(int samples) {
+  ring.allocate(samples);
+  rateChanged();
+  reset();
+}
+
+void QLMMultiDelay::rateChanged() noexcept {
+  DSPShell::rateChanged();
+  taps.setRate(sampleRate);
+  reverse.rateChanged();
+  grains.rateChanged();
+  lowpass.rateChanged();
+  highpass.rateChanged();
+}
+
+void QLMMultiDelay::clearMemories() noexcept {
+  DSPShell::clearMemories();
+  lowpass.clearMemories();
+  highpass.clearMemories();
+}
+
+void QLMMultiDelay::clearTapMemory() noexcept {
+  taps.clearMemory();
+  reverse.clearMemory();
+}
+
+void QLMMultiDelay::setLowpass(double normalisedFrequency) noexcept {
+  lowpass.setDirectFrequency(normalisedFrequency);
+  lowpassActive = normalisedFrequency < kLowpassOffHz / sampleRate;
+}
+
+void QLMMultiDelay::setHighpass(double normalisedFrequency) noexcept {
+  highpass.setDirectFrequency(normalisedFrequency);
+  highpassActive = normalisedFrequency > kHighpassOffHz / sampleRate;
+}
+
+/// The delay with its modulation, held within what the ring can give. It is a float: times and
+/// their modulation are compared and glided to in steps of it.
+float QLMMultiDelay::targetOf(double delay) const noexcept {
+  double wanted = static_cast<float>(delay);
+  if (mode >= kTapped && modSource[kTapsTimeControl] != nullptr) {
+    wanted += modulationOf(kTapsTimeControl) * sampleRate;
+  } else {
+    wanted += modulationOf(kDelayTimeControl) * channelSign;
+  }
+  const float shortest = static_cast<float>(minDelay);
+  const float longest = static_cast<float>(ring.length() - 1);
+  const float target = static_cast<float>(wanted);
+  return target > shortest ? std::min(target, longest) : shortest;  // NaN becomes the shortest
+}
+
+const double* QLMMultiDelay::readTap(double delay, [[maybe_unused]] int n, int tap) noexcept {
+  assert(n == kVectorLength);
+  (this->*renderer)({targetOf(delay), tapWithin(tap), singleOutput});
+  dropRunaway(singleOutput);
+  return singleOutput;
+}
+
+void QLMMultiDelay::readTapPair(QLMMultiDelay& left, double delayL, QLMMultiDelay& right,
+                                double delayR, int n) noexcept {
+  if (!left.readsTaps() || !right.readsTaps()) {
+    left.readTap(delayL, n, 0);
+    right.readTap(delayR, n, 0);
+    return;
+  }
+  TapReader::readPair(left.taps, left.ring, {left.targetOf(delayL), 0, left.singleOutput},
+                      right.taps, right.ring, {right.targetOf(delayR), 0, right.singleOutput});
+  for (QLMMultiDelay* delay : {&left, &right}) {
+    if (delay->mode == kForward) delay->filterEchoes(delay->singleOutput);
+    delay->dropRunaway(delay->singleOutput);
+  }
+}
+
+void QLMMultiDelay::readTaps(TapRead* reads, int count, [[maybe_unused]] int n) noexcept {
+  assert(n == kVectorLength && count >= 0 && count <= kTapCount);
+  TapReader::Read planned[kTapCount];
+  count = std::clamp(count, 0, kTapCount);
+  for (int k = 0; k < count; ++k) {
+    planned[k] = {targetOf(reads[k].delay), tapWithin(reads[k].tap), tapOutputs[k]};
+    reads[k].samples = tapOutputs[k];
+  }
+  if (mode >= kTapped) {
+    taps.readMany(ring, planned, count);
+  } else {
+    for (int k = 0; k < count; ++k) (this->*renderer)(planned[k]);
+  }
+  for (int k = 0; k < count; ++k) dropRunaway(tapOutputs[k]);
+}
+
+const double* QLMMultiDelay::readRaw(double delay, int n) noexcept {
+  n = lengthWithin(n);
+  const double longest = ring.length() - n;
+  const int back = delay > 0.0 ? static_cast<int>(std::min(delay, longest)) : 0;
+  return ring.span(ring.wrap(ring.writePosition() - back - n), n, rawScratch);
+}
+
+void QLMMultiDelay::renderForward(const TapReader::Read& read) noexcept {
+  taps.read(ring, read);
+  filterEchoes(read.output);
+}
+
+void QLMMultiDelay::renderTapped(const TapReader::Read& read) noexcept { taps.read(ring, read); }
+
+/// The cycle shortens with the grain position by a square law.
+void QLMMultiDelay::renderBackward(const TapReader::Read& read) noexcept {
+  const double share = 1.0 - positionNow();
+  const double cycle = (read.delaySamples - minDelay) * share * share + minDelay;
+  reverse.read(ring, cycle, read.output);
+  lowpass.process(read.output, nullptr);
+}
+
+void QLMMultiDelay::renderGrain(const TapReader::Read& read) noexcept {
+  grains.read(ring, {rateNow(), sizeNow(), positionNow(), read.delaySamples}, read.output);
+}
+
+void QLMMultiDelay::filterEchoes(double* samples) noexcept {
+  if (highpassActive) highpass.process(samples, nullptr);
+  if (lowpassActive) lowpass.process(samples, nullptr);
+}
+
+/// What is read is at most 1e8 when it was written, but interpolators may add to that.
+void QLMMultiDelay::dropRunaway(double* samples) noexcept {
+  if (isSaneVector(samples)) return;
+  clearMemories();
+  std::fill_n(samples, kVectorLength, 0.0);
+}
+
+double QLMMultiDelay::positionNow() const noexcept {
+  if (modSource[kGrainPositionControl] == nullptr) return grainPositionBase;
+  return std::clamp(grainPositionBase + modulationOf(kGrainPositionControl), 0.0, 1.0);
+}
+
+/// Modulation cannot leave the two octaves either side; the knob itself does not.
+double QLMMultiDelay::rateNow() noexcept {
+  double halfOctaves = grainSpeedBase;
+  if (modSource[kGrainSpeedControl] != nullptr) {
+    halfOctaves = std::clamp(halfOctaves + modulationOf(kGrainSpeedControl), -1.0, 1.0);
+  }
+  const double octaves = 2.0 * halfOctaves;
+  if (octaves != grainRateExponent) {
+    grainRateExponent = octaves;
+    grainRate = std::exp2(octaves);
+  }
+  return grainRate;
+}
+
+double QLMMultiDelay::sizeNow() const noexcept {
+  double ms = grainSizeMs;
+  if (modSource[kGrainSizeControl] != nullptr) {
+    const double swing = std::clamp(modulationOf(kGrainSizeControl), -1.0, 1.0);
+    ms = std::clamp(ms + swing * kMaxGrainMs, kMinGrainMs, kMaxGrainMs);
+  }
+  return sampleRate * 0.001 * ms;
+}
+
+}  // namespace orvantesco
