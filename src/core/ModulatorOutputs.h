@@ -1,0 +1,19 @@
+#pragma once
+
+#include <array>
+
+#include "core/AudioVector.h"
+
+namespace orvantesco {
+
+/// The vectors that modulation sources point at. Written by the audio thread at the end of a
+/// sub-block, read by the next one. A modulator that does not run leaves zeros.
+struct ModulatorOutputs {
+  std::array<AudioVector, 4> lfo{};
+  std::array<AudioVector, 4> gate{};
+  std::array<AudioVector, 2> envelope{};
+  std::array<AudioVector, 4> logic{};
+  std::array<double, 4> mainMod{};  ///< the main modulator's four outputs, about -1..1
+};
+
+}  // namespace orvantesco

@@ -1,0 +1,178 @@
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+#include "core/Buses.h"
+#include "core/DryFifo.h"
+#include "core/EffectPosition.h"
+#include "core/Fade.h"
+#include "core/GlobalControls.h"
+#include "core/ModulatorControls.h"
+#include "core/ModulatorOutputs.h"
+#include "core/Rings.h"
+#include "core/Slot.h"
+#include "core/TempoTracker.h"
+#include "core/TriggerFlags.h"
+#include "fx/IppFixBiquad.h"
+#include "host/EditorPort.h"
+#include "host/HostPort.h"
+#include "host/IPlugAAX.h"
+
+namespace orvantesco {
+
+/// What the owner of an effect object may choose at its construction.
+struct OrvantescoOptions {
+  EditorPort* editor = nullptr;       ///< null runs without an editor
+  int mainInputs = 2;                 ///< channels of the main input: 1 or 2
+  bool sideChain = false;             ///< one more input channel carries a side chain
+  std::optional<std::uint32_t> seed;  ///< fixes every random source; the clock otherwise
+};
+
+/// The effect: it owns the parameter bank, the four slots, the buses and everything between.
+///
+/// Three calls drive it: `ProcessDoubleReplacing` on the audio thread, `OnParamChange` on any
+/// thread (the audio thread too, several at once), and bulk operations on control threads.
+/// Control threads store control words and post requests; the audio thread carries requests out
+/// between sub-blocks of 32 samples, so that no reader ever sees half of a change.
+class Orvantesco : public IPlugAAX {
+ public:
+  /// Builds the object graph and dispatches all parameters once. `host` must outlive the object.
+  explicit Orvantesco(HostPort& host, const OrvantescoOptions& options = {});
+  ~Orvantesco() override;
+  Orvantesco(const Orvantesco&) = delete;
+  Orvantesco& operator=(const Orvantesco&) = delete;
+
+  /// Brings the value of a parameter into the engine. Any thread; unknown indices do nothing.
+  void OnParamChange(int paramIdx) override;
+
+  /// Processes `nFrames` frames (any number) of the connected inputs to two outputs. Audio thread.
+  /// Buffers may be shared between inputs and outputs.
+  void ProcessDoubleReplacing(double** inputs, double** outputs, int nFrames) override;
+
+  /// Tells which inputs the host connects and takes the slots' inputs anew. The audio thread must
+  /// be out of the object.
+  void connectInputs(int mainInputs, bool sideChain);
+
+  /// Takes the host's rate: sizes, filters, times. Does nothing unless `force` is set or the rate
+  /// differs from the last one initialised. Allocates; audio thread at a change of rate, or a
+  /// control thread while no audio runs.
+  void InitForSampleRate(bool force);
+
+  /// Clears all signal state; parameters, modulators and smoothers keep theirs. Audio thread, or a
+  /// control thread while the audio thread is out.
+  void ResetDSP();
+
+  /// `ResetDSP` behind a fade.
+  void ResetWithFade();
+
+  /// Seconds until the slowest echo of the present settings has been heard once. Any thread.
+  double longestDelayInUse() const;
+
+  /// Index of the parameter that the user is moving, -1 for none.
+  int touchedParameter() const noexcept { return touchedParam; }
+
+  /// The editor's switches outside the bank. Any thread.
+  void setDryMute(bool muted);
+  void setAttenuation(double linearGain);
+
+  /// Replaces the editor (null for none). Control thread, while no parameter is dispatched.
+  void setEditor(EditorPort* port) { editor = port; }
+
+ protected:
+  /// Stops the audio path for the duration of a bulk operation: raises a flag, waits until the
+  /// audio thread has left the call that it may be in, and lowers the flag at the end.
+  class BulkOperation {
+   public:
+    BulkOperation(Orvantesco& effect, std::atomic<bool>& flag);
+    ~BulkOperation();
+    BulkOperation(const BulkOperation&) = delete;
+    BulkOperation& operator=(const BulkOperation&) = delete;
+
+   private:
+    std::atomic<bool>& flag;
+  };
+
+ private:
+  friend class ParamDispatch;
+
+  // Life cycle (Lifecycle.cpp).
+  void wireObjects(const OrvantescoOptions& options);
+  void dispatchAllParameters();
+  void sizeForRate();
+  void resetRunningEffects();
+  void clearBuses();
+  void clearSlots();
+
+  // Block driver (BlockDriver.cpp).
+  void followHost();
+  void takeInput(double** inputs, int first, int count) noexcept;
+  void giveOutput(double** outputs, int first, int count) noexcept;
+  void processSubBlock() noexcept;
+  void readRings() noexcept;
+  void prepareBuses() noexcept;
+  void runSlots() noexcept;
+  void runMasterEffect() noexcept;
+  void applyGlobalWidth() noexcept;
+  void writeOutput() noexcept;
+  void updateModulators() noexcept;
+  bool audioIsBlocked() const noexcept;
+
+  // Requests of the control threads (RequestRunner.cpp).
+  void carryOutRequests() noexcept;
+  void carryOutGlobalRequests() noexcept;
+  void carryOutSlotRequests(Slot& slot) noexcept;
+  void carryOutEffectRequests(int position) noexcept;
+
+  // Slot path (SlotPath.cpp, SlotDelay.cpp, SlotOutput.cpp).
+  void processSlot(int slot) noexcept;
+  void writeFeedback(int slot, double feedbackL, double feedbackR) noexcept;
+
+  // Effect runner (EffectRunner.cpp).
+  bool effectRuns(int slot, int stage) const noexcept;
+  void runEffect(const double* inL, const double* inR, double* outL, double* outR, int slot,
+                 int stage, int frames, int index) noexcept;
+  void runEffectInPlace(double* inL, double* inR, int slot, int stage, int frames,
+                        int index) noexcept;
+
+  bool mainInputIsMono() const noexcept;
+  bool bulkOperationRuns() const noexcept;
+
+  // Control words, requests and flags: any thread.
+  std::array<Slot, kSlots> slots;
+  std::array<EffectPosition, kEffectPositions> positions;
+  GlobalControls globals;
+  ModulatorControls modulatorControls;
+  Requests globalRequests;
+  Fade fade;
+  std::array<std::atomic<bool>, kEffectStages> fxBusy{};  ///< effects of the stage are replaced
+  std::atomic<bool> constructing{true};
+  std::atomic<bool> restoringState{false};
+  std::atomic<bool> presetLoading{false};
+  std::atomic<bool> audioInside{false};  ///< the audio thread is in ProcessDoubleReplacing
+  Shared<int> touchedParam{-1};
+  Shared<EditorPort*> editor{nullptr};
+  std::mutex typeMutex;  ///< one change of effect type at a time; never the audio thread
+
+  // Audio thread only.
+  Rings rings;
+  Buses buses;
+  RouteSums routeSums;
+  DryFifo dryFifoL, dryFifoR;
+  TempoTracker tempoTracker;
+  TriggerFlags triggers;
+  ModulatorOutputs modulators;
+  IppFixBiquad inputFilterL, inputFilterR;
+  std::unique_ptr<DSPShell> limiter;                       ///< null: the wet signal passes
+  std::array<std::unique_ptr<DSPShell>, 7> masterEffects;  ///< menu order; null: the send passes
+  double fadeGain = 1.0;
+  double lastSeenSampleRate = -1.0;
+  bool latencyPending = false;
+  bool sideChainActive = false;
+};
+
+}  // namespace orvantesco
