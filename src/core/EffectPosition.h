@@ -23,6 +23,7 @@ constexpr int effectPositionIndex(int slot, int stage) { return stage * 4 + slot
 /// for each of the sixteen taps at PO. Built and freed by control threads, run by the audio thread.
 struct EffectInstances {
   int typeId = 0;
+  double builtAtRate = 0.0;  ///< clamped sample rate that the instances were built for
   std::vector<std::shared_ptr<DSPShell>> list;
   EffectInstances* nextRetired = nullptr;
 };
@@ -67,6 +68,7 @@ struct EffectPosition {
 
   // Audio thread only.
   EffectInstances* running = nullptr;
+  bool switchedOn = false;  ///< `on`, taken together with the instances' bypass
   std::array<double, kEffectParams> depthCell{};  ///< what the instances' depth pointers address
   Smoother mixSmoother;                           ///< 200 ms
 

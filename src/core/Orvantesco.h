@@ -25,6 +25,15 @@
 
 namespace orvantesco {
 
+/// Two channels that are only read. Either may be null where one channel alone is meant.
+struct StereoInput {
+  const double* left = nullptr;
+  const double* right = nullptr;
+};
+
+struct SlotPass;
+struct TapPass;
+
 /// What the owner of an effect object may choose at its construction.
 struct OrvantescoOptions {
   EditorPort* editor = nullptr;       ///< null runs without an editor
@@ -101,12 +110,12 @@ class Orvantesco : public IPlugAAX {
   friend class ParamDispatch;
 
   // Life cycle (Lifecycle.cpp).
-  void wireObjects(const OrvantescoOptions& options);
   void dispatchAllParameters();
-  void sizeForRate();
-  void resetRunningEffects();
-  void clearBuses();
-  void clearSlots();
+  void attachInputs(int mainInputs, bool sideChain);
+  void initForRate(double hostRate);
+  void sizeSlot(Slot& slot);
+  void renewEffects();
+  void clearSlot(Slot& slot) noexcept;
 
   // Block driver (BlockDriver.cpp).
   void followHost();
@@ -131,14 +140,38 @@ class Orvantesco : public IPlugAAX {
   // Slot path (SlotPath.cpp, SlotDelay.cpp, SlotOutput.cpp).
   void processSlot(int slot) noexcept;
   void writeFeedback(int slot, double feedbackL, double feedbackR) noexcept;
+  StereoInput inputOf(const Slot& slot) const noexcept;
+  StereoInput directOutOf(const Slot& slot) const noexcept;
+  void takeSource(Slot& slot) noexcept;
+  void offsetChannels(Slot& slot) noexcept;
+  void runPreEffect(Slot& slot, const SlotPass& pass) noexcept;
+  void planDelays(Slot& slot, SlotPass& pass) noexcept;
+  void planFeedback(Slot& slot, const SlotPass& pass) noexcept;
+  void feedDelays(Slot& slot, const SlotPass& pass) noexcept;
+  void readDelays(Slot& slot, SlotPass& pass) noexcept;
+  void runFeedbackEffect(Slot& slot, const SlotPass& pass) noexcept;
+  void mixDelay(Slot& slot) noexcept;
+  void runPostEffect(Slot& slot, const SlotPass& pass) noexcept;
+  void placeInField(Slot& slot) noexcept;
+  void sendOut(Slot& slot) noexcept;
+  void addToRouteSums(Slot& slot) noexcept;
+
+  // Tap loop (TapLoop.cpp).
+  void readTaps(Slot& slot, SlotPass& pass) noexcept;
+  void readTapSide(Slot& slot, const TapPass& tapPass) noexcept;
+  void runTapFeedbackEffect(Slot& slot) noexcept;
 
   // Effect runner (EffectRunner.cpp).
   bool effectRuns(int slot, int stage) const noexcept;
-  void runEffect(const double* inL, const double* inR, double* outL, double* outR, int slot,
-                 int stage, int frames, int index) noexcept;
-  void runEffectInPlace(double* inL, double* inR, int slot, int stage, int frames,
-                        int index) noexcept;
+  void runEffect(const StereoInput& in, double* outL, double* outR, EffectPosition& position,
+                 int index) noexcept;
+  void runEffectPair(const StereoInput& in, double* outL, double* outR,
+                     EffectPosition& position) noexcept;
+  void runEffectInPlace(double* left, double* right, EffectPosition& position, int index) noexcept;
 
+  EffectPosition& positionOf(const Slot& slot, int stage) noexcept {
+    return positions[static_cast<std::size_t>(effectPositionIndex(slot.index, stage))];
+  }
   bool mainInputIsMono() const noexcept;
   bool bulkOperationRuns() const noexcept;
 
@@ -161,6 +194,7 @@ class Orvantesco : public IPlugAAX {
   // Audio thread only.
   Rings rings;
   Buses buses;
+  StereoVector effectScratch;
   RouteSums routeSums;
   DryFifo dryFifoL, dryFifoR;
   TempoTracker tempoTracker;
@@ -172,7 +206,6 @@ class Orvantesco : public IPlugAAX {
   double fadeGain = 1.0;
   double lastSeenSampleRate = -1.0;
   bool latencyPending = false;
-  bool sideChainActive = false;
 };
 
 }  // namespace orvantesco

@@ -34,6 +34,10 @@ struct Slot {
   Requests requests;
 
   // Audio thread only.
+  int index = 0;                           ///< 0..3
+  bool running = false;                    ///< `slotOn`, taken at the start of the sub-block
+  bool delayRunning = false;               ///< `delayOn`, likewise
+  DelayMode modeNow = DelayMode::Forward;  ///< mode that both delays have taken
   std::array<StereoVector, kSlotStageCount> stage;
   StereoVector delayFeed;             ///< what the delay input receives from the slot itself
   StereoVector feedbackVec;           ///< what goes round

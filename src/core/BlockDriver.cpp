@@ -1,0 +1,204 @@
+// The entry of the audio thread: re-blocking, and the order of the signal within a sub-block.
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/DenormalGuard.h"
+#include "core/Orvantesco.h"
+#include "fx/RateValues.h"
+
+namespace orvantesco {
+
+namespace {
+
+// Keeps the recursive parts of the wet path out of the denormal range.
+constexpr double kAntiDenormal = 1e-15;
+
+/// Says for its lifetime that the audio thread is inside. Sequentially consistent, so that either
+/// a bulk operation sees it, or the audio thread sees the operation's flag.
+class AudioPresence {
+ public:
+  explicit AudioPresence(std::atomic<bool>& flag) noexcept : inside(flag) { inside.store(true); }
+  ~AudioPresence() { inside.store(false); }
+  AudioPresence(const AudioPresence&) = delete;
+  AudioPresence& operator=(const AudioPresence&) = delete;
+
+ private:
+  std::atomic<bool>& inside;
+};
+
+void copyFinite(const double* src, double* dst, int count) noexcept {
+  if (src == nullptr) {
+    std::fill_n(dst, count, 0.0);
+    return;
+  }
+  for (int i = 0; i < count; ++i) dst[i] = std::isfinite(src[i]) ? src[i] : 0.0;
+}
+
+}  // namespace
+
+void Orvantesco::ProcessDoubleReplacing(double** inputs, double** outputs, int nFrames) {
+  const AudioPresence presence(audioInside);
+  if (audioIsBlocked()) {
+    for (int channel = 0; channel < 2; ++channel) {
+      std::fill_n(outputs[channel], std::max(nFrames, 0), 0.0);
+    }
+    return;
+  }
+  if (nFrames <= 0) return;
+  const DenormalGuard denormals;
+  followHost();
+  for (int done = 0; done < nFrames;) {
+    const int count = std::min(nFrames - done, Rings::kOutputLength - rings.outPos);
+    takeInput(inputs, done, count);
+    giveOutput(outputs, done, count);
+    done += count;
+    if (rings.outPos < Rings::kOutputLength) continue;
+    rings.outPos = 0;
+    frameInBlock = done - 1;
+    processSubBlock();
+  }
+}
+
+bool Orvantesco::audioIsBlocked() const noexcept {
+  return constructing.load() || restoringState.load() || presetLoading.load();
+}
+
+void Orvantesco::followHost() {
+  const double hostRate = GetSampleRate();
+  if (hostRate != lastSeenSampleRate) {
+    InitForSampleRate(true);
+    lastSeenSampleRate = hostRate;
+  }
+  if (latencyPending) {
+    latencyPending = false;
+    SetLatency(limiterLookahead + kVectorLength);
+  }
+  tempoTracker.takeTempo(GetTempo(), hostRate);
+  buses.sideIn.fill(0.0);
+}
+
+void Orvantesco::takeInput(double** inputs, int first, int count) noexcept {
+  const int right = mainInputIsMono() ? 0 : 1;
+  const int side = IsInChannelConnected(2) ? 2 : 1;
+  const auto channel = [&](int index) {
+    return inputs[index] == nullptr ? nullptr : inputs[index] + first;
+  };
+  copyFinite(channel(0), rings.inRingL.data() + rings.inWritePos, count);
+  copyFinite(channel(right), rings.inRingR.data() + rings.inWritePos, count);
+  if (sideChainActive())
+    copyFinite(channel(side), rings.inRingSide.data() + rings.inWritePos, count);
+  rings.inWritePos = (rings.inWritePos + count) & (Rings::kInputLength - 1);
+}
+
+void Orvantesco::giveOutput(double** outputs, int first, int count) noexcept {
+  std::copy_n(rings.outRingL.data() + rings.outPos, count, outputs[0] + first);
+  std::copy_n(rings.outRingR.data() + rings.outPos, count, outputs[1] + first);
+  rings.outPos += count;
+}
+
+void Orvantesco::processSubBlock() noexcept {
+  carryOutRequests();
+  fadeGain = fade.nextGain();
+  readRings();
+  HostTimeInfo time;
+  GetTime(&time);
+  tempoTracker.advance(time, triggers);
+  prepareBuses();
+  runSlots();
+  runMasterEffect();
+  applyGlobalWidth();
+  writeOutput();
+  updateModulators();
+}
+
+void Orvantesco::readRings() noexcept {
+  // Reads start at 0 or 32 and take 32, so they never wrap.
+  const int from = rings.inReadPos;
+  vecMulConst(rings.inRingL.data() + from, fadeGain, buses.inL.data(), kVectorLength);
+  vecMulConst(rings.inRingR.data() + from, fadeGain, buses.inR.data(), kVectorLength);
+  if (sideChainActive()) {
+    vecCopy(rings.inRingSide.data() + from, buses.sideIn.data(), kVectorLength);
+  }
+  rings.inReadPos = (from + kVectorLength) & (Rings::kInputLength - 1);
+}
+
+void Orvantesco::prepareBuses() noexcept {
+  buses.wet = {};
+  buses.masterSend = {};
+  const double dryGain = globals.dryLevel * globals.outputLevel * globals.inputAttenuation;
+  vecMulConst(buses.inL.data(), dryGain, buses.dry.left.data(), kVectorLength);
+  vecMulConst(buses.inR.data(), dryGain, buses.dry.right.data(), kVectorLength);
+  vecAddConstInPlace(kAntiDenormal, buses.inL.data(), kVectorLength);
+  vecAddConstInPlace(kAntiDenormal, buses.inR.data(), kVectorLength);
+  IppFixBiquad::filterPairInPlace(inputFilterL, buses.inL.data(), inputFilterR, buses.inR.data(),
+                                  kVectorLength);
+  vecAdd(buses.inL.data(), buses.inR.data(), buses.inMono.data(), kVectorLength);
+}
+
+void Orvantesco::runSlots() noexcept {
+  for (int slot = 0; slot < kSlots; ++slot) processSlot(slot);
+  // All slots have read their delays before any writes, so neither the matrix nor the order of
+  // the slots changes what is heard within a sub-block.
+  for (int slot = 0; slot < kSlots; ++slot) {
+    const Slot& s = slots[slot];
+    if (s.running) writeFeedback(slot, s.feedbackL, s.feedbackR);
+  }
+}
+
+void Orvantesco::runMasterEffect() noexcept {
+  const int type = globals.masterFxType;
+  if (type <= kMasterFxOff) return;
+  double* left = buses.masterSend.left.data();
+  double* right = buses.masterSend.right.data();
+  DSPShell* effect = masterEffects[static_cast<std::size_t>(type - kMasterFxOff - 1)].get();
+  if (effect != nullptr) effect->process(left, right, nullptr, nullptr);
+  buses.masterReturn = buses.masterSend;
+  const double level = globals.masterFxLevel;
+  vecAddProductConst(left, level, buses.wet.left.data(), kVectorLength);
+  vecAddProductConst(right, level, buses.wet.right.data(), kVectorLength);
+}
+
+void Orvantesco::applyGlobalWidth() noexcept {
+  const double percent = globals.globalWidth;
+  if (percent == 100.0) return;
+  const double x = (percent - 100.0) * 0.01;
+  const double midGain = (1.0 - std::max(0.0, x)) * 0.5;
+  const double sideGain = (1.0 + std::min(x, 0.0)) * 0.5;
+  double* left = buses.wet.left.data();
+  double* right = buses.wet.right.data();
+  for (int i = 0; i < kVectorLength; ++i) {
+    const double mid = (left[i] + right[i]) * midGain;
+    const double side = (left[i] - right[i]) * sideGain;
+    left[i] = mid + side;
+    right[i] = mid - side;
+  }
+}
+
+void Orvantesco::writeOutput() noexcept {
+  const double gain = globals.wetLevel * globals.outputLevel * fadeGain;
+  const bool limited = limiter != nullptr && globals.limiterMode > 0;
+  const double* wetL = buses.wet.left.data();
+  const double* wetR = buses.wet.right.data();
+  if (limited) {
+    // The limiter's own look-ahead delays what passes it; the dry signal waits in the FIFO.
+    limiter->process(wetL, wetR, buses.scratch.left.data(), buses.scratch.right.data());
+  } else {
+    vecAddProductConst(wetL, gain, buses.dry.left.data(), kVectorLength);
+    vecAddProductConst(wetR, gain, buses.dry.right.data(), kVectorLength);
+  }
+  dryFifoL.step(buses.dry.left.data(), rings.outRingL.data(), limiterLookahead);
+  dryFifoR.step(buses.dry.right.data(), rings.outRingR.data(), limiterLookahead);
+  if (!limited) return;
+  vecAddProductConst(buses.scratch.left.data(), gain, rings.outRingL.data(), kVectorLength);
+  vecAddProductConst(buses.scratch.right.data(), gain, rings.outRingR.data(), kVectorLength);
+}
+
+void Orvantesco::updateModulators() noexcept { tempoTracker.tempoSeen(); }
+
+bool Orvantesco::mainInputIsMono() const noexcept {
+  if (sideChainActive()) return !IsInChannelConnected(2);
+  return !IsInChannelConnected(1) && !IsInChannelConnected(2);
+}
+
+}  // namespace orvantesco

@@ -1,0 +1,74 @@
+// Runs the effects of a position and mixes them with their dry signal.
+
+#include <algorithm>
+
+#include "core/Orvantesco.h"
+#include "fx/EffectCatalogue.h"
+
+namespace orvantesco {
+
+namespace {
+
+constexpr int kMixParam = 4;
+
+/// The vector that modulates a position's mix, or null. Types whose fifth parameter is no mix
+/// have none.
+const double* mixSourceOf(const EffectPosition& position) {
+  return fifthParamIsMix(position.running->typeId) ? position.source[kMixParam].get() : nullptr;
+}
+
+}  // namespace
+
+bool Orvantesco::effectRuns(int slot, int stage) const noexcept {
+  const EffectPosition& position = positions[effectPositionIndex(slot, stage)];
+  return position.running != nullptr && !position.running->list.empty() && position.switchedOn &&
+         !fxBusy[stage].load(std::memory_order_acquire);
+}
+
+void Orvantesco::runEffect(const StereoInput& in, double* outL, double* outR,
+                           EffectPosition& position, int index) noexcept {
+  if (index < 0) {
+    runEffectPair(in, outL, outR, position);
+    return;
+  }
+  DSPShell& effect = *position.running->list.at(static_cast<std::size_t>(index));
+  const double* source = mixSourceOf(position);
+  double mix = effect.mix;
+  if (source != nullptr) mix = std::clamp(*effect.modDepth[kMixParam] * source[0] + mix, 0.0, 1.0);
+  const double* dry = index % 2 == 0 ? in.left : in.right;
+  double* out = index % 2 == 0 ? outL : outR;
+  effect.process(dry, out);
+  if (mix == 1.0) return;
+  vecMulConstInPlace(mix, out, kVectorLength);
+  vecAddProductConst(dry, 1.0 - mix, out, kVectorLength);
+}
+
+void Orvantesco::runEffectPair(const StereoInput& in, double* outL, double* outR,
+                               EffectPosition& position) noexcept {
+  DSPShell& left = *position.running->list[0];
+  left.process(in.left, outL);
+  position.running->list[1]->process(in.right, outR);
+  double mix = left.mix;
+  if (const double* source = mixSourceOf(position)) {
+    mix = std::clamp(position.depthCell[kMixParam] * source[0] + mix, 0.0, 1.0);
+  }
+  // Fully wet stays bit for bit; the smoother rests, so a lower mix glides from where it was.
+  if (mix == 1.0) return;
+  const double* ramp = position.mixSmoother.ramp(mix, kVectorLength);
+  for (int i = 0; i < kVectorLength; ++i) {
+    outL[i] = outL[i] * ramp[i] + in.left[i] * (1.0 - ramp[i]);
+    outR[i] = outR[i] * ramp[i] + in.right[i] * (1.0 - ramp[i]);
+  }
+}
+
+void Orvantesco::runEffectInPlace(double* left, double* right, EffectPosition& position,
+                                  int index) noexcept {
+  double* outL = effectScratch.left.data();
+  double* outR = effectScratch.right.data();
+  runEffect({left, right}, outL, outR, position, index);
+  const bool both = index < 0;
+  if (both || index % 2 == 0) vecCopy(outL, left, kVectorLength);
+  if (both || index % 2 != 0) vecCopy(outR, right, kVectorLength);
+}
+
+}  // namespace orvantesco

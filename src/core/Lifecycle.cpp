@@ -1,0 +1,199 @@
+// Construction, changes of sample rate, clearing and the pause for bulk operations.
+
+#include <algorithm>
+#include <cmath>
+#include <thread>
+
+#include "core/DelayLengths.h"
+#include "core/Orvantesco.h"
+#include "fx/RateValues.h"
+#include "params/ParamBank.h"
+
+namespace orvantesco {
+
+namespace {
+
+constexpr double kFreshProcessRate = 44100.0;
+constexpr double kInputFilterHz = 15000.0;
+constexpr int kInputFilterOrder = 12;
+constexpr double kGainSmoothingMs = 60.0;
+constexpr double kMixSmoothingMs = 200.0;
+constexpr double kOffsetSeconds = 0.5;
+
+double rateInForce() { return initialisedRate > 0.0 ? initialisedRate.get() : kFreshProcessRate; }
+
+PlugInfo plugInfo() {
+  PlugInfo info;
+  info.parameterCount = kNumParams;
+  info.channelList = "2-2 3-2";
+  info.presetCount = 1;
+  info.effectName = "Orvantesco";
+  info.manufacturerName = "qlm-works";
+  info.version = 0x10200;
+  info.uniqueId = "OVsC";
+  info.manufacturerId = "QLMw";
+  info.latency = 44;
+  info.doesStateChunks = true;
+  info.sideChainInputs = 1;
+  return info;
+}
+
+}  // namespace
+
+Slot::Slot() {
+  delay[1].setRightChannel();
+  for (QLMMultiDelay& line : delay) {
+    line.setModDepth(kDelayTimeControl, &depthCells.time);
+    line.setModDepth(kGrainPositionControl, &depthCells.grainPosition);
+    line.setModDepth(kGrainSpeedControl, &depthCells.grainSpeed);
+    line.setModDepth(kGrainSizeControl, &depthCells.grainSize);
+    line.setModDepth(kTapsTimeControl, &depthCells.tapsTime);
+  }
+  delayOutL = stage[kStageDelay].left.data();
+  delayOutR = stage[kStageDelay].right.data();
+}
+
+Orvantesco::Orvantesco(HostPort& hostPort, const OrvantescoOptions& options)
+    : IPlugAAX(plugInfo(), &hostPort), editor(options.editor) {
+  const double rate = rateInForce();
+  const bool freshProcess = initialisedRate <= 0.0;
+  bank->buildParameterBank();
+  for (int slot = 0; slot < kSlots; ++slot) slots[static_cast<std::size_t>(slot)].index = slot;
+  attachInputs(options.mainInputs, options.sideChain);
+  initForRate(rate);
+  // The process's first instance knows no host's rate yet, so its first block initialises; a later
+  // one is ready at the rate in force, and those that play do not notice it.
+  lastSeenSampleRate = freshProcess ? -1.0 : rate;
+  SetSampleRate(-1.0);
+  dispatchAllParameters();
+  carryOutRequests();
+  constructing = false;
+}
+
+Orvantesco::~Orvantesco() = default;
+
+void Orvantesco::dispatchAllParameters() {
+  for (int index = 0; index < kNumParams; ++index) OnParamChange(index);
+}
+
+void Orvantesco::attachInputs(int mainInputs, bool sideChain) {
+  const int connected = mainInputs + (sideChain ? 1 : 0);
+  AttachInput({0, connected}, true);
+  AttachInput({connected, 3 - connected}, false);
+}
+
+void Orvantesco::connectInputs(int mainInputs, bool sideChain) {
+  attachInputs(mainInputs, sideChain);
+  for (int slot = 0; slot < kSlots; ++slot) OnParamChange(kInput + slot);
+}
+
+void Orvantesco::InitForSampleRate(bool force) {
+  const double hostRate = GetSampleRate();
+  if (!(hostRate > 0.0) || !std::isfinite(hostRate)) return;
+  if (!force && hostRate == initialisedRate) return;
+  initForRate(hostRate);
+}
+
+void Orvantesco::initForRate(double hostRate) {
+  latencyPending = true;
+  const std::lock_guard lock(mutex);
+  setRateValues(hostRate);
+  renewEffects();
+  for (Slot& slot : slots) sizeSlot(slot);
+  for (IppFixBiquad* filter : {&inputFilterL, &inputFilterR}) {
+    filter->redesign(0, kInputFilterOrder, kInputFilterHz / sampleRate);
+  }
+  fade.setRate(sampleRate);
+  ResetWithFade();
+  initialisedRate = hostRate;
+}
+
+void Orvantesco::sizeSlot(Slot& slot) {
+  for (QLMMultiDelay& delay : slot.delay) {
+    delay.rateChanged();
+    delay.resize(maxDelay);
+  }
+  for (RingDelay& line : slot.offsetLine)
+    line.resize(static_cast<int>(sampleRate * kOffsetSeconds));
+  for (Smoother* smoother : {&slot.inputSmoother, &slot.levelSmoother, &slot.panSmoother}) {
+    smoother->setTime(kGainSmoothingMs);
+  }
+  slot.requests.post(kTakeDelaySettings);
+}
+
+void Orvantesco::renewEffects() {
+  for (EffectPosition& position : positions) {
+    position.mixSmoother.setTime(kMixSmoothingMs);
+    position.takeIncoming();
+    if (position.running != nullptr) renewInstances(*position.running);
+  }
+  for (auto& effect : masterEffects) {
+    if (effect != nullptr) effect->rateChanged();
+  }
+  if (limiter != nullptr) limiter->rateChanged();
+}
+
+void Orvantesco::ResetWithFade() {
+  fade.request();
+  ResetDSP();
+}
+
+void Orvantesco::ResetDSP() {
+  buses.wet = buses.masterSend = buses.masterReturn = buses.scratch = {};
+  for (Slot& slot : slots) clearSlot(slot);
+  rings.inRingL.fill(0.0);
+  rings.inRingR.fill(0.0);
+  rings.inRingSide.fill(0.0);
+  rings.outRingL.fill(0.0);
+  rings.outRingR.fill(0.0);
+  dryFifoL.clear();
+  dryFifoR.clear();
+  inputFilterL.reset();
+  inputFilterR.reset();
+  for (EffectPosition& position : positions) {
+    if (position.running == nullptr) continue;
+    for (const auto& instance : position.running->list) instance->clearState();
+  }
+  for (auto& effect : masterEffects) {
+    if (effect != nullptr) effect->clearState();
+  }
+  if (limiter != nullptr) limiter->reset();
+}
+
+void Orvantesco::clearSlot(Slot& slot) noexcept {
+  for (QLMMultiDelay& delay : slot.delay) delay.reset();
+  for (RingDelay& line : slot.offsetLine) line.clear();
+  for (DCRemover& remover : slot.feedbackDc) remover.reset();
+  slot.delayFeed = slot.feedbackVec = {};
+  slot.slotMono.fill(0.0);
+  for (StereoVector& stage : slot.stage) stage = {};
+}
+
+double Orvantesco::longestDelayInUse() const {
+  const TimeFrame frame{tempoTracker.secondsPerBeat(), globals.timeScale};
+  double longest = 0.0;
+  for (const Slot& slot : slots) {
+    if (!slot.controls.slotOn) continue;
+    longest = std::max(longest, longestDelaySeconds(slot.controls, frame));
+  }
+  return longest;
+}
+
+void Orvantesco::setDryMute(bool muted) {
+  globals.dryMuted = muted;
+  OnParamChange(kDryLevel);
+}
+
+void Orvantesco::setAttenuation(double linearGain) { globals.inputAttenuation = linearGain; }
+
+bool Orvantesco::bulkOperationRuns() const noexcept { return audioIsBlocked(); }
+
+Orvantesco::BulkOperation::BulkOperation(Orvantesco& effect, std::atomic<bool>& raised)
+    : flag(raised) {
+  flag.store(true);
+  while (effect.audioInside.load()) std::this_thread::yield();
+}
+
+Orvantesco::BulkOperation::~BulkOperation() { flag.store(false); }
+
+}  // namespace orvantesco

@@ -1,0 +1,95 @@
+// Carries out, at the start of a sub-block, what control threads have asked for.
+
+#include <algorithm>
+
+#include "core/EffectSetup.h"
+#include "core/Orvantesco.h"
+#include "fx/RateValues.h"
+
+namespace orvantesco {
+
+namespace {
+
+void takeDelaySettings(const DelayControls& controls, QLMMultiDelay& delay) noexcept {
+  delay.setLowpass(controls.lopassHz / sampleRate);
+  delay.setHighpass(controls.hipassHz / sampleRate);
+  delay.setGrainSize(controls.grainSizeMs);
+  delay.setGrainSpeed(controls.grainSpeed);
+  delay.setGrainPosition(controls.grainPosition);
+  delay.setGrainFade(controls.grainFadeMs);
+  delay.setReverseFade(controls.reverseFadeMs);
+}
+
+void takeDelaySources(const DelayControls& controls, QLMMultiDelay& delay) noexcept {
+  delay.setModSource(kDelayTimeControl, controls.timeSource);
+  delay.setModSource(kGrainPositionControl, controls.grainPositionSource);
+  delay.setModSource(kGrainSpeedControl, controls.grainSpeedSource);
+  delay.setModSource(kGrainSizeControl, controls.grainSizeSource);
+  delay.setModSource(kTapsTimeControl, controls.tapsTimeSource);
+}
+
+void clear(StereoVector& vector) noexcept { vector = {}; }
+
+}  // namespace
+
+void Orvantesco::carryOutRequests() noexcept {
+  carryOutGlobalRequests();
+  for (Slot& slot : slots) carryOutSlotRequests(slot);
+  for (int position = 0; position < kEffectPositions; ++position) carryOutEffectRequests(position);
+}
+
+void Orvantesco::carryOutGlobalRequests() noexcept {
+  const unsigned bits = globalRequests.take();
+  if (bits == 0) return;
+  if (bits & kStartFade) fade.request();
+  if (bits & (kClearMasterReturn | kClearMasterSend)) clear(buses.masterReturn);
+  if (bits & kClearMasterSend) clear(buses.masterSend);
+}
+
+void Orvantesco::carryOutSlotRequests(Slot& slot) noexcept {
+  const SlotControls& controls = slot.controls;
+  const unsigned bits = slot.requests.take();
+  if (bits != 0) {
+    for (QLMMultiDelay& delay : slot.delay) {
+      if (bits & kTakeDelaySources) takeDelaySources(controls.delay, delay);
+      if (bits & kTakeDelaySettings) takeDelaySettings(controls.delay, delay);
+      if (bits & kTakeDelayMode) delay.setDelayMode(static_cast<int>(controls.delay.mode.get()));
+      if (bits & kResetDelays) delay.reset();
+      if (bits & kSnapTapGlide) delay.snapTapGlide();
+    }
+    if (bits & kTakeDelayMode) slot.modeNow = controls.delay.mode;
+    if (bits & kClearTapMemoryLeft) slot.delay[0].clearTapMemory();
+    if (bits & kClearTapMemoryRight) slot.delay[1].clearTapMemory();
+    if (bits & kClearFeedback) clear(slot.feedbackVec);
+    if (bits & kClearDelayOutputs) clear(slot.stage[kStageDelay]);
+    if (bits & kClearStages) {
+      for (StereoVector& stage : slot.stage) clear(stage);
+      slot.slotMono.fill(0.0);
+    }
+  }
+  // Behind the requests: a switch and the clearing that belongs to it are seen together.
+  slot.running = controls.slotOn;
+  slot.delayRunning = controls.delayOn;
+}
+
+void Orvantesco::carryOutEffectRequests(int index) noexcept {
+  EffectPosition& position = positions[static_cast<std::size_t>(index)];
+  position.takeIncoming();
+  for (std::size_t k = 0; k < kEffectParams; ++k) position.depthCell[k] = position.depth[k];
+  const unsigned bits = position.requests.take();
+  position.switchedOn = position.on;
+  if (position.running == nullptr) return;
+  EffectInstances& instances = *position.running;
+  // Built for another rate than the one that has come into force meanwhile.
+  if (instances.builtAtRate != sampleRate) renewInstances(instances);
+  if (bits == 0) return;
+  const EffectContext context{position, slots[static_cast<std::size_t>(index % kSlots)].controls,
+                              index / kSlots == kStagePO};
+  for (int k = 0; k < kEffectParams; ++k) {
+    if (bits & (kTakeEffectParam << k)) giveEffectParam(instances, context, k);
+    if (bits & (kTakeEffectSource << k)) giveEffectSource(instances, context, k);
+  }
+  if (bits & kTakeEffectSwitch) giveEffectSwitch(instances, position);
+}
+
+}  // namespace orvantesco

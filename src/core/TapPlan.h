@@ -1,0 +1,57 @@
+#pragma once
+
+#include <array>
+
+#include "core/SlotControls.h"
+#include "core/SlotPass.h"
+
+namespace orvantesco {
+
+/// What one tap does in one sub-block.
+struct PlannedTap {
+  double delay = 0.0;  ///< samples from the write position, main modulation not included
+  double gainA = 1.0;  ///< gain on the left output
+  double gainB = 1.0;  ///< gain on the right output
+  bool soundsL = false, soundsR = false;  ///< heard on that side's delay
+  bool readL = false, readR = false;      ///< read at all: heard, fed back or the last one
+};
+
+/// All taps of a slot in "TAPPED" mode for one sub-block.
+struct TapPlan {
+  std::array<PlannedTap, TapControls::kSteps> taps;
+  int count = 0;        ///< taps that the loop walks through
+  int lastTap = 0;      ///< the tap that ends the pattern
+  int feedbackTap = 0;  ///< the tap that goes round
+  int panMode = 0;      ///< 0 "STEREO", 1 "DUAL MONO", 2 "LEFT", 3 "RIGHT"
+};
+
+/// Lays the taps out in time. `intervalSamples` is the gap between two taps before swing and steps;
+/// each step stretches or shrinks the gap before its tap and moves all later taps with it.
+/// `wetShare` scales the gains; taps beyond `longestDelay` samples are not read.
+TapPlan planTaps(const TapControls& controls, double intervalSamples, double wetShare,
+                 double longestDelay) noexcept;
+
+/// Swell: echoes before a tap, quieter and earlier one after the other on a square-law time curve.
+struct SwellEcho {
+  double back = 0.0;  ///< samples before the tap
+  double gain = 0.0;
+};
+
+/// The at most sixteen echoes of a swell of 0..1; the same for all taps of a sub-block.
+struct SwellPlan {
+  std::array<SwellEcho, 16> echoes;
+  int count = 0;
+};
+
+SwellPlan planSwell(double swell) noexcept;
+
+/// One tap of one side within the tap loop.
+struct TapPass {
+  const SlotPass* pass;
+  const TapPlan* plan;
+  const SwellPlan* swell;
+  int tap;
+  int side;  ///< 0 left, 1 right
+};
+
+}  // namespace orvantesco
