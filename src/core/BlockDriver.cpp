@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "core/DenormalGuard.h"
+#include "core/EngineRate.h"
 #include "core/Orvantesco.h"
-#include "fx/RateValues.h"
 
 namespace orvantesco {
 

@@ -22,10 +22,10 @@ void EffectPosition::freeRetired() {
   }
 }
 
-void EffectPosition::takeIncoming() noexcept {
-  if (incoming.load(std::memory_order_relaxed) == nullptr) return;
+bool EffectPosition::takeIncoming() noexcept {
+  if (incoming.load(std::memory_order_relaxed) == nullptr) return false;
   EffectInstances* next = incoming.exchange(nullptr, std::memory_order_acq_rel);
-  if (next == nullptr) return;
+  if (next == nullptr) return false;
   if (running != nullptr) {
     running->nextRetired = retired.load(std::memory_order_relaxed);
     while (!retired.compare_exchange_weak(running->nextRetired, running, std::memory_order_release,
@@ -33,6 +33,7 @@ void EffectPosition::takeIncoming() noexcept {
     }
   }
   running = next;
+  return true;
 }
 
 }  // namespace orvantesco

@@ -63,8 +63,8 @@ struct EffectPosition {
   void freeRetired();
 
   /// Takes a set that was handed over, if there is one. Audio thread, or a bulk operation while
-  /// the audio thread is out.
-  void takeIncoming() noexcept;
+  /// the audio thread is out. True if there was one.
+  bool takeIncoming() noexcept;
 
   // Audio thread only.
   EffectInstances* running = nullptr;

@@ -1,8 +1,8 @@
 #include "core/EffectSetup.h"
 
+#include "core/EngineRate.h"
 #include "core/TapEffectRows.h"
 #include "fx/EffectCatalogue.h"
-#include "fx/RateValues.h"
 
 namespace orvantesco {
 
@@ -51,9 +51,9 @@ void giveEffectSource(EffectInstances& instances, const EffectContext& context, 
   }
 }
 
-void giveEffectSwitch(EffectInstances& instances, const EffectPosition& position) noexcept {
+void giveEffectSwitch(EffectInstances& instances, bool on) noexcept {
   // Setting the bypass resets as well, so an effect that is switched on has no old tail.
-  for (const auto& instance : instances.list) instance->setBypass(!position.on);
+  for (const auto& instance : instances.list) instance->setBypass(!on);
 }
 
 void configureInstances(EffectInstances& instances, const EffectContext& context) noexcept {
@@ -61,7 +61,7 @@ void configureInstances(EffectInstances& instances, const EffectContext& context
     giveEffectParam(instances, context, k);
     giveEffectSource(instances, context, k);
   }
-  giveEffectSwitch(instances, context.position);
+  giveEffectSwitch(instances, context.position.on);
 }
 
 void renewInstances(EffectInstances& instances) noexcept {
@@ -69,7 +69,7 @@ void renewInstances(EffectInstances& instances) noexcept {
     instance->rateChanged();
     instance->reset();
   }
-  instances.builtAtRate = sampleRate;
+  instances.builtAtRate = engineRate();
 }
 
 }  // namespace orvantesco

@@ -20,8 +20,8 @@ void giveEffectParam(EffectInstances& instances, const EffectContext& context, i
 /// parameter over and may not be modulated gets a depth of zero. Threads as above.
 void giveEffectSource(EffectInstances& instances, const EffectContext& context, int k) noexcept;
 
-/// Bypass follows the position's on switch; at on every instance starts from silence.
-void giveEffectSwitch(EffectInstances& instances, const EffectPosition& position) noexcept;
+/// Bypass follows the on switch; at on every instance starts from silence. Audio thread.
+void giveEffectSwitch(EffectInstances& instances, bool on) noexcept;
 
 /// All parameters, sources and the switch: what new instances take before they are handed over.
 void configureInstances(EffectInstances& instances, const EffectContext& context) noexcept;

@@ -5,8 +5,8 @@
 #include <thread>
 
 #include "core/DelayLengths.h"
+#include "core/EngineRate.h"
 #include "core/Orvantesco.h"
-#include "fx/RateValues.h"
 #include "params/ParamBank.h"
 
 namespace orvantesco {
@@ -101,11 +101,10 @@ void Orvantesco::initForRate(double hostRate) {
   renewEffects();
   for (Slot& slot : slots) sizeSlot(slot);
   for (IppFixBiquad* filter : {&inputFilterL, &inputFilterR}) {
-    filter->redesign(0, kInputFilterOrder, kInputFilterHz / sampleRate);
+    filter->redesign(0, kInputFilterOrder, kInputFilterHz / engineRate());
   }
-  fade.setRate(sampleRate);
+  fade.setRate(engineRate());
   ResetWithFade();
-  initialisedRate = hostRate;
 }
 
 void Orvantesco::sizeSlot(Slot& slot) {
@@ -114,7 +113,7 @@ void Orvantesco::sizeSlot(Slot& slot) {
     delay.resize(maxDelay);
   }
   for (RingDelay& line : slot.offsetLine)
-    line.resize(static_cast<int>(sampleRate * kOffsetSeconds));
+    line.resize(static_cast<int>(engineRate() * kOffsetSeconds));
   for (Smoother* smoother : {&slot.inputSmoother, &slot.levelSmoother, &slot.panSmoother}) {
     smoother->setTime(kGainSmoothingMs);
   }

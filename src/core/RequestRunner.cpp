@@ -3,16 +3,16 @@
 #include <algorithm>
 
 #include "core/EffectSetup.h"
+#include "core/EngineRate.h"
 #include "core/Orvantesco.h"
-#include "fx/RateValues.h"
 
 namespace orvantesco {
 
 namespace {
 
 void takeDelaySettings(const DelayControls& controls, QLMMultiDelay& delay) noexcept {
-  delay.setLowpass(controls.lopassHz / sampleRate);
-  delay.setHighpass(controls.hipassHz / sampleRate);
+  delay.setLowpass(controls.lopassHz / engineRate());
+  delay.setHighpass(controls.hipassHz / engineRate());
   delay.setGrainSize(controls.grainSizeMs);
   delay.setGrainSpeed(controls.grainSpeed);
   delay.setGrainPosition(controls.grainPosition);
@@ -74,14 +74,18 @@ void Orvantesco::carryOutSlotRequests(Slot& slot) noexcept {
 
 void Orvantesco::carryOutEffectRequests(int index) noexcept {
   EffectPosition& position = positions[static_cast<std::size_t>(index)];
-  position.takeIncoming();
+  const bool isNew = position.takeIncoming();
   for (std::size_t k = 0; k < kEffectParams; ++k) position.depthCell[k] = position.depth[k];
   const unsigned bits = position.requests.take();
-  position.switchedOn = position.on;
   if (position.running == nullptr) return;
   EffectInstances& instances = *position.running;
   // Built for another rate than the one that has come into force meanwhile.
-  if (instances.builtAtRate != sampleRate) renewInstances(instances);
+  if (instances.builtAtRate != engineRate()) renewInstances(instances);
+  if (isNew || (bits & kTakeEffectSwitch)) {
+    // The switch and the bypass move together: a bypassed effect that ran would leave old samples.
+    position.switchedOn = position.on;
+    giveEffectSwitch(instances, position.switchedOn);
+  }
   if (bits == 0) return;
   const EffectContext context{position, slots[static_cast<std::size_t>(index % kSlots)].controls,
                               index / kSlots == kStagePO};
@@ -89,7 +93,6 @@ void Orvantesco::carryOutEffectRequests(int index) noexcept {
     if (bits & (kTakeEffectParam << k)) giveEffectParam(instances, context, k);
     if (bits & (kTakeEffectSource << k)) giveEffectSource(instances, context, k);
   }
-  if (bits & kTakeEffectSwitch) giveEffectSwitch(instances, position);
 }
 
 }  // namespace orvantesco

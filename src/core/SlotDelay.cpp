@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/EngineRate.h"
 #include "core/Orvantesco.h"
 #include "core/SlotPass.h"
-#include "fx/RateValues.h"
 
 namespace orvantesco {
 

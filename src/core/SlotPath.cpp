@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/EngineRate.h"
 #include "core/Modulated.h"
 #include "core/NoteLengths.h"
 #include "core/Orvantesco.h"
 #include "core/SlotPass.h"
-#include "fx/RateValues.h"
 
 namespace orvantesco {
 
@@ -95,7 +95,7 @@ void Orvantesco::offsetChannels(Slot& slot) noexcept {
   const auto offset = [](RingDelay& line, const AudioVector& in, double ms, AudioVector& out) {
     line.write(in.data(), kVectorLength);
     const double* delayed =
-        ms == 0.0 ? in.data() : line.read(ms * 0.001 * sampleRate, kVectorLength);
+        ms == 0.0 ? in.data() : line.read(ms * 0.001 * engineRate(), kVectorLength);
     vecCopy(delayed, out.data(), kVectorLength);
   };
   const StereoVector& input = slot.stage[kStageInput];
@@ -123,10 +123,9 @@ void Orvantesco::planDelays(Slot& slot, SlotPass& pass) noexcept {
   const double factor = timebaseFactor(timebase);
   pass.unitsL = timebase == 0 ? delay.timeL.get() : delay.factorL * factor;
   pass.unitsR = timebase == 0 ? delay.timeR.get() : delay.factorR * factor;
-  pass.samplesPerUnit =
-      timebase == 0 ? sampleRate.get() : sampleRate * tempoTracker.secondsPerBeat();
+  pass.samplesPerUnit = timebase == 0 ? engineRate() : engineRate() * tempoTracker.secondsPerBeat();
   pass.samplesPerUnit *= globals.timeScale;
-  const double spread = sampleRate * delay.spreadMs * 0.001;
+  const double spread = engineRate() * delay.spreadMs * 0.001;
   pass.delayL = std::max(kShortestDelay, pass.samplesPerUnit * pass.unitsL + spread);
   pass.delayR = std::max(kShortestDelay, pass.samplesPerUnit * pass.unitsR - spread);
 
@@ -135,7 +134,7 @@ void Orvantesco::planDelays(Slot& slot, SlotPass& pass) noexcept {
   pass.modR = swing * modulators.mainMod[pairOf];
   pass.modL = swing * modulators.mainMod[pairOf + 1];
 
-  slot.depthCells.time = sampleRate * delay.modDepth * 0.025;
+  slot.depthCells.time = engineRate() * delay.modDepth * 0.025;
   slot.depthCells.tapsTime = delay.tapsTimeModDepth;
   slot.depthCells.grainPosition = delay.grainPositionDepth;
   slot.depthCells.grainSpeed = delay.grainSpeedDepth;

@@ -1,11 +1,11 @@
 // A slot's delays in "TAPPED" mode: up to sixteen taps a side, each with its own place in time,
 // level and pan, swell echoes before it and a POST effect of its own.
 
+#include "core/EngineRate.h"
 #include "core/NoteLengths.h"
 #include "core/Orvantesco.h"
 #include "core/SlotPass.h"
 #include "core/TapPlan.h"
-#include "fx/RateValues.h"
 
 namespace orvantesco {
 
@@ -33,8 +33,8 @@ double tapInterval(const TapControls& taps, double secondsPerBeat) noexcept {
 void Orvantesco::readTaps(Slot& slot, SlotPass& pass) noexcept {
   const TapControls& taps = slot.controls.taps;
   const double interval = tapInterval(taps, tempoTracker.secondsPerBeat());
-  const TapPlan plan =
-      planTaps(taps, interval * (sampleRate * globals.timeScale), slot.controls.wetShare, maxDelay);
+  const TapPlan plan = planTaps(taps, interval * (engineRate() * globals.timeScale),
+                                slot.controls.wetShare, maxDelay);
   const SwellPlan swell = planSwell(taps.swell);
   pass.tapEffects =
       effectRuns(slot.index, kStagePO) && (taps.fxParam[0] > 0 || taps.fxParam[1] > 0);
