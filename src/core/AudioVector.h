@@ -2,12 +2,12 @@
 
 #include <array>
 
-#include "fx/Kernels.h"
+#include "fx/VectorLength.h"
 
 namespace orvantesco {
 
 /// One channel of a sub-block: exactly 32 doubles.
-using AudioVector = std::array<double, kVectorLength>;
+struct alignas(64) AudioVector : std::array<double, kVectorLength> {};
 
 /// The two channels of a sub-block, kept apart.
 struct StereoVector {

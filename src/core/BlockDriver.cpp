@@ -178,8 +178,8 @@ void Orvantesco::applyGlobalWidth() noexcept {
 void Orvantesco::writeOutput() noexcept {
   const double gain = globals.wetLevel * globals.outputLevel * fadeGain;
   const bool limited = limiter != nullptr && globals.limiterMode > 0;
-  const double* wetL = buses.wet.left.data();
-  const double* wetR = buses.wet.right.data();
+  double* wetL = buses.wet.left.data();
+  double* wetR = buses.wet.right.data();
   if (limited) {
     // The limiter's own look-ahead delays what passes it; the dry signal waits in the FIFO.
     limiter->process(wetL, wetR, buses.scratch.left.data(), buses.scratch.right.data());

@@ -25,30 +25,32 @@ bool Orvantesco::effectRuns(int slot, int stage) const noexcept {
          !fxBusy[stage].load(std::memory_order_acquire);
 }
 
-void Orvantesco::runEffect(const StereoInput& in, double* outL, double* outR,
+void Orvantesco::runEffect(const StereoPointers& in, const StereoPointers& out,
                            EffectPosition& position, int index) noexcept {
   if (index < 0) {
-    runEffectPair(in, outL, outR, position);
+    runEffectPair(in, out, position);
     return;
   }
   DSPShell& effect = *position.running->list.at(static_cast<std::size_t>(index));
   const double* source = mixSourceOf(position);
-  double mix = effect.mix;
-  if (source != nullptr) mix = std::clamp(*effect.modDepth[kMixParam] * source[0] + mix, 0.0, 1.0);
-  const double* dry = index % 2 == 0 ? in.left : in.right;
-  double* out = index % 2 == 0 ? outL : outR;
-  effect.process(dry, out);
+  double mix = effect.wetShare();
+  if (source != nullptr) {
+    mix = std::clamp(*effect.modDepthOf(kMixParam) * source[0] + mix, 0.0, 1.0);
+  }
+  double* dry = index % 2 == 0 ? in.left : in.right;
+  double* wet = index % 2 == 0 ? out.left : out.right;
+  effect.process(dry, wet);
   if (mix == 1.0) return;
-  vecMulConstInPlace(mix, out, kVectorLength);
-  vecAddProductConst(dry, 1.0 - mix, out, kVectorLength);
+  vecMulConstInPlace(mix, wet, kVectorLength);
+  vecAddProductConst(dry, 1.0 - mix, wet, kVectorLength);
 }
 
-void Orvantesco::runEffectPair(const StereoInput& in, double* outL, double* outR,
+void Orvantesco::runEffectPair(const StereoPointers& in, const StereoPointers& out,
                                EffectPosition& position) noexcept {
   DSPShell& left = *position.running->list[0];
-  left.process(in.left, outL);
-  position.running->list[1]->process(in.right, outR);
-  double mix = left.mix;
+  left.process(in.left, out.left);
+  position.running->list[1]->process(in.right, out.right);
+  double mix = left.wetShare();
   if (const double* source = mixSourceOf(position)) {
     mix = std::clamp(position.depthCell[kMixParam] * source[0] + mix, 0.0, 1.0);
   }
@@ -56,19 +58,18 @@ void Orvantesco::runEffectPair(const StereoInput& in, double* outL, double* outR
   if (mix == 1.0) return;
   const double* ramp = position.mixSmoother.ramp(mix, kVectorLength);
   for (int i = 0; i < kVectorLength; ++i) {
-    outL[i] = outL[i] * ramp[i] + in.left[i] * (1.0 - ramp[i]);
-    outR[i] = outR[i] * ramp[i] + in.right[i] * (1.0 - ramp[i]);
+    out.left[i] = out.left[i] * ramp[i] + in.left[i] * (1.0 - ramp[i]);
+    out.right[i] = out.right[i] * ramp[i] + in.right[i] * (1.0 - ramp[i]);
   }
 }
 
 void Orvantesco::runEffectInPlace(double* left, double* right, EffectPosition& position,
                                   int index) noexcept {
-  double* outL = effectScratch.left.data();
-  double* outR = effectScratch.right.data();
-  runEffect({left, right}, outL, outR, position, index);
+  const StereoPointers out{effectScratch.left.data(), effectScratch.right.data()};
+  runEffect({left, right}, out, position, index);
   const bool both = index < 0;
-  if (both || index % 2 == 0) vecCopy(outL, left, kVectorLength);
-  if (both || index % 2 != 0) vecCopy(outR, right, kVectorLength);
+  if (both || index % 2 == 0) vecCopy(out.left, left, kVectorLength);
+  if (both || index % 2 != 0) vecCopy(out.right, right, kVectorLength);
 }
 
 }  // namespace orvantesco

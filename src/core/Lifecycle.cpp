@@ -24,17 +24,16 @@ double rateInForce() { return initialisedRate > 0.0 ? initialisedRate.get() : kF
 
 PlugInfo plugInfo() {
   PlugInfo info;
-  info.parameterCount = kNumParams;
-  info.channelList = "2-2 3-2";
-  info.presetCount = 1;
+  info.paramCount = kNumParams;
+  info.channelLayouts = "2-2 3-2";
   info.effectName = "Orvantesco";
   info.manufacturerName = "qlm-works";
   info.version = 0x10200;
-  info.uniqueId = "OVsC";
-  info.manufacturerId = "QLMw";
+  info.uniqueId = fourCharacterId("OVsC");
+  info.manufacturerId = fourCharacterId("QLMw");
   info.latency = 44;
-  info.doesStateChunks = true;
   info.sideChainInputs = 1;
+  info.doesStateChunks = true;
   return info;
 }
 
@@ -80,6 +79,7 @@ void Orvantesco::attachInputs(int mainInputs, bool sideChain) {
   const int connected = mainInputs + (sideChain ? 1 : 0);
   AttachInput({0, connected}, true);
   AttachInput({connected, 3 - connected}, false);
+  SetSideChainActive(sideChain);
 }
 
 void Orvantesco::connectInputs(int mainInputs, bool sideChain) {

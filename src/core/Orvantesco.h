@@ -25,10 +25,16 @@
 
 namespace orvantesco {
 
-/// Two channels that are only read. Either may be null where one channel alone is meant.
+/// Two channels that are only read.
 struct StereoInput {
   const double* left = nullptr;
   const double* right = nullptr;
+};
+
+/// Two channels that are worked on. Either may be null where one channel alone is meant.
+struct StereoPointers {
+  double* left = nullptr;
+  double* right = nullptr;
 };
 
 struct SlotPass;
@@ -50,8 +56,8 @@ struct OrvantescoOptions {
 /// between sub-blocks of 32 samples, so that no reader ever sees half of a change.
 class Orvantesco : public IPlugAAX {
  public:
-  /// Builds the object graph and dispatches all parameters once. `host` must outlive the object.
-  explicit Orvantesco(HostPort& host, const OrvantescoOptions& options = {});
+  /// Builds the object graph and dispatches all parameters once. `hostPort` must outlive the object.
+  explicit Orvantesco(HostPort& hostPort, const OrvantescoOptions& options = {});
   ~Orvantesco() override;
   Orvantesco(const Orvantesco&) = delete;
   Orvantesco& operator=(const Orvantesco&) = delete;
@@ -163,9 +169,9 @@ class Orvantesco : public IPlugAAX {
 
   // Effect runner (EffectRunner.cpp).
   bool effectRuns(int slot, int stage) const noexcept;
-  void runEffect(const StereoInput& in, double* outL, double* outR, EffectPosition& position,
+  void runEffect(const StereoPointers& in, const StereoPointers& out, EffectPosition& position,
                  int index) noexcept;
-  void runEffectPair(const StereoInput& in, double* outL, double* outR,
+  void runEffectPair(const StereoPointers& in, const StereoPointers& out,
                      EffectPosition& position) noexcept;
   void runEffectInPlace(double* left, double* right, EffectPosition& position, int index) noexcept;
 

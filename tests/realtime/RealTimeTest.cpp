@@ -1,0 +1,92 @@
+// The audio thread allocates nothing, frees nothing and takes no lock.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <mutex>
+
+#include "params/ParamIndex.h"
+#include "realtime/AudioThreadGuard.h"
+#include "support/EngineRig.h"
+
+namespace orvantesco {
+namespace {
+
+/// Runs `work` under the guard and fails if it asked for anything.
+template <class Work>
+void expectRealTime(const char* what, Work work) {
+  if (!AudioThreadGuard::works()) return;  // a sanitizer owns the allocator in this build
+  int allocations = 0, frees = 0, locks = 0;
+  {
+    const AudioThreadGuard guard;
+    work();
+    allocations = guard.allocations();
+    frees = guard.frees();
+    locks = guard.locks();
+  }
+  EXPECT_EQ(allocations, 0) << what;
+  EXPECT_EQ(frees, 0) << what;
+  EXPECT_EQ(locks, 0) << what;
+}
+
+TEST(AudioThreadGuard, SeesAllocationsFreesAndLocks) {
+  if (!AudioThreadGuard::works()) return;
+  std::mutex mutex;
+  int allocations = 0, frees = 0, locks = 0;
+  {
+    const AudioThreadGuard guard;
+    { const auto block = std::make_unique<std::vector<double>>(100); }
+    { const std::lock_guard lock(mutex); }
+    allocations = guard.allocations();
+    frees = guard.frees();
+    locks = guard.locks();
+  }
+  EXPECT_GE(allocations, 2);
+  EXPECT_GE(frees, 2);
+  EXPECT_EQ(locks, 1);
+}
+
+TEST(RealTime, BlocksAskForNothingInAnyDelayMode) {
+  EngineRig rig;
+  for (int slot = 0; slot < 4; ++slot) {
+    rig.set(kSlotOn + slot, 1);
+    rig.set(kDelayMode + slot, slot);
+    rig.set(kFbMatrix + slot, 1);
+    rig.set(kDelayTapsSwell + slot, 100);
+  }
+  rig.warmUp();
+  StereoBuffer audio = noise(48000);
+  expectRealTime("four slots, four modes", [&] { rig.render(audio, 333); });
+}
+
+TEST(RealTime, AutomationOnTheAudioThreadAsksForNothing) {
+  EngineRig rig;
+  for (int slot = 0; slot < 4; ++slot) rig.set(kSlotOn + slot, 1);
+  rig.warmUp();
+  StereoBuffer audio = noise(64 * 1095);
+  expectRealTime("every parameter to its ends and back", [&] {
+    std::size_t at = 0;
+    for (int index = 0; index < kNumParams; ++index) {
+      IParam& param = *rig.effect.GetParam(index);
+      const double before = param.getNormalized();
+      param.setNormalized(before < 0.5 ? 1.0 : 0.0);
+      rig.effect.OnParamChange(index);
+      rig.block(audio, at, 64);
+      at += 64;
+      param.setNormalized(before);
+      rig.effect.OnParamChange(index);
+    }
+  });
+}
+
+TEST(RealTime, BlocksThatAreNotFiniteAskForNothing) {
+  EngineRig rig;
+  rig.warmUp();
+  StereoBuffer audio(4800);
+  audio.left.assign(audio.size(), std::nan(""));
+  audio.right.assign(audio.size(), 1e300);
+  expectRealTime("NaN and huge input", [&] { rig.render(audio, 480); });
+}
+
+}  // namespace
+}  // namespace orvantesco
