@@ -82,7 +82,6 @@ int pthread_mutex_lock(pthread_mutex_t* mutex) {
   counts.locks += counts.armed;
   return real(mutex);
 }
-
 }
 
 #endif

@@ -46,7 +46,8 @@ class EngineRig {
   void render(StereoBuffer& audio, int blockLength = 512) {
     for (std::size_t done = 0; done < audio.size();) {
       const auto left = audio.size() - done;
-      const int count = left < static_cast<std::size_t>(blockLength) ? static_cast<int>(left) : blockLength;
+      const int count =
+          left < static_cast<std::size_t>(blockLength) ? static_cast<int>(left) : blockLength;
       block(audio, done, count);
       done += static_cast<std::size_t>(count);
     }
