@@ -23,7 +23,7 @@ double tapValue(const EffectInstances& instances, const EffectContext& context, 
   const TapControls& taps = context.slot.taps;
   const auto r = static_cast<std::size_t>(row);
   return tapFxControl(
-      {taps.fxStep[r][tap], taps.fxDepth[r], base, paramIsBipolar(instances.typeId, k)});
+      {taps.fxStep[r][tap], taps.fxDepth[r], base, isBipolarFxParam(instances.typeId, k)});
 }
 
 bool tapIsModulated(const EffectContext& context, int row, std::size_t tap) noexcept {
