@@ -14,7 +14,8 @@ namespace orvantesco {
 
 inline constexpr int kEffectParams = 5;
 inline constexpr int kEffectPositions = 12;
-inline constexpr int kStagePR = 0, kStageFB = 1, kStagePO = 2;  ///< before, within, behind the delay
+inline constexpr int kStagePR = 0, kStageFB = 1,
+                     kStagePO = 2;  ///< before, within, behind the delay
 inline constexpr int kEffectStages = 3;
 
 /// Index of the position of a slot (0..3) and a stage: slots run fastest.

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "core/DelayLengths.h"
+#include "core/EffectSetup.h"
 #include "core/EngineRate.h"
 #include "core/Orvantesco.h"
 #include "params/ParamBank.h"
@@ -24,13 +25,13 @@ double rateInForce() { return initialisedRate > 0.0 ? initialisedRate.get() : kF
 
 PlugInfo plugInfo() {
   PlugInfo info;
-  info.paramCount = kNumParams;
-  info.channelLayouts = "2-2 3-2";
+  info.parameterCount = kNumParams;
+  info.channelList = "2-2 3-2";
   info.effectName = "Orvantesco";
   info.manufacturerName = "qlm-works";
   info.version = 0x10200;
-  info.uniqueId = fourCharacterId("OVsC");
-  info.manufacturerId = fourCharacterId("QLMw");
+  info.uniqueId = "OVsC";
+  info.manufacturerId = "QLMw";
   info.latency = 44;
   info.sideChainInputs = 1;
   info.doesStateChunks = true;

@@ -38,7 +38,8 @@ struct StereoPointers {
 };
 
 struct SlotPass;
-struct TapPass;
+struct TapPlan;
+struct TapVoice;
 
 /// What the owner of an effect object may choose at its construction.
 struct OrvantescoOptions {
@@ -56,7 +57,8 @@ struct OrvantescoOptions {
 /// between sub-blocks of 32 samples, so that no reader ever sees half of a change.
 class Orvantesco : public IPlugAAX {
  public:
-  /// Builds the object graph and dispatches all parameters once. `hostPort` must outlive the object.
+  /// Builds the object graph and dispatches all parameters once. `hostPort` must outlive the
+  /// object.
   explicit Orvantesco(HostPort& hostPort, const OrvantescoOptions& options = {});
   ~Orvantesco() override;
   Orvantesco(const Orvantesco&) = delete;
@@ -164,7 +166,8 @@ class Orvantesco : public IPlugAAX {
 
   // Tap loop (TapLoop.cpp).
   void readTaps(Slot& slot, SlotPass& pass) noexcept;
-  void readTapSide(Slot& slot, const TapPass& tapPass) noexcept;
+  void soundTap(Slot& slot, const SlotPass& pass, const TapPlan& plan,
+                const TapVoice& voice) noexcept;
   void runTapFeedbackEffect(Slot& slot) noexcept;
 
   // Effect runner (EffectRunner.cpp).

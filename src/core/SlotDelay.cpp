@@ -26,19 +26,22 @@ void softClip(AudioVector& vector) noexcept {
 }
 
 void readForward(Slot& slot, const SlotPass& pass) noexcept {
+  QLMMultiDelay& left = slot.delay[0];
+  QLMMultiDelay& right = slot.delay[1];
   StereoVector& out = slot.stage[kStageDelay];
-  if (pass.wantsLeft()) {
-    vecCopy(slot.delay[0].readTap(pass.delayL + pass.modL, kVectorLength, 0), out.left.data(),
-            kVectorLength);
-  } else {
-    out.left.fill(0.0);
+  const double delayL = pass.delayL + pass.modL;
+  const double delayR = pass.delayR + pass.modR;
+  if (pass.monoL || pass.monoR) {
+    // One channel alone is read; the other has nothing to say.
+    QLMMultiDelay& line = pass.monoL ? left : right;
+    line.readTap(pass.monoL ? delayL : delayR, kVectorLength, 0);
+    vecCopy(line.result(), (pass.monoL ? out.left : out.right).data(), kVectorLength);
+    (pass.monoL ? out.right : out.left).fill(0.0);
+    return;
   }
-  if (pass.wantsRight()) {
-    vecCopy(slot.delay[1].readTap(pass.delayR + pass.modR, kVectorLength, 0), out.right.data(),
-            kVectorLength);
-  } else {
-    out.right.fill(0.0);
-  }
+  QLMMultiDelay::readTapPair(left, delayL, right, delayR, kVectorLength);
+  vecCopy(left.result(), out.left.data(), kVectorLength);
+  vecCopy(right.result(), out.right.data(), kVectorLength);
 }
 
 /// The reverse reader takes the modulation through its own glide, and no spread.

@@ -24,8 +24,6 @@ struct SlotPass {
     if (monoL) return 0;
     return monoR ? 1 : -1;
   }
-  bool wantsLeft() const { return !monoR; }
-  bool wantsRight() const { return !monoL; }
 };
 
 }  // namespace orvantesco

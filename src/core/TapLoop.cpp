@@ -1,8 +1,10 @@
 // A slot's delays in "TAPPED" mode: up to sixteen taps a side, each with its own place in time,
 // level and pan, swell echoes before it and a POST effect of its own.
 
+#include <array>
 #include "core/EngineRate.h"
-#include "core/NoteLengths.h"
+
+#include "core/EngineRate.h"
 #include "core/Orvantesco.h"
 #include "core/SlotPass.h"
 #include "core/TapPlan.h"
@@ -10,6 +12,32 @@
 namespace orvantesco {
 
 namespace {
+
+/// Interval between two taps in seconds.
+double tapInterval(const TapControls& taps, double secondsPerBeat) noexcept {
+  const double factor = taps.beatFactor;
+  return factor != 0.0 ? factor * secondsPerBeat : taps.interval.get();
+}
+
+/// What all taps of one side read, by tap; null where a tap is not read.
+using TapSamples = std::array<const double*, TapControls::kSteps>;
+
+TapSamples readSide(QLMMultiDelay& delay, const TapPlan& plan, bool left, double mod) noexcept {
+  std::array<QLMMultiDelay::TapRead, TapControls::kSteps> reads;
+  int count = 0;
+  for (int t = 0; t < plan.count; ++t) {
+    const PlannedTap& tap = plan.taps[static_cast<std::size_t>(t)];
+    if (!(left ? tap.readL : tap.readR)) continue;
+    reads[static_cast<std::size_t>(count++)] = {mod + tap.delay, t, nullptr};
+  }
+  delay.readTaps(reads.data(), count, kVectorLength);
+  TapSamples samples{};
+  for (int r = 0; r < count; ++r) {
+    const auto& read = reads[static_cast<std::size_t>(r)];
+    samples[static_cast<std::size_t>(read.tap)] = read.samples;
+  }
+  return samples;
+}
 
 /// Adds the echoes that swell up to a tap. They are read as they stand in the ring.
 void addSwell(QLMMultiDelay& delay, const SwellPlan& swell, double tapDelay, double* work) {
@@ -22,12 +50,6 @@ void addSwell(QLMMultiDelay& delay, const SwellPlan& swell, double tapDelay, dou
   }
 }
 
-/// Interval between two taps in samples.
-double tapInterval(const TapControls& taps, double secondsPerBeat) noexcept {
-  const double factor = taps.beatFactor;
-  return factor != 0.0 ? factor * secondsPerBeat : taps.interval.get();
-}
-
 }  // namespace
 
 void Orvantesco::readTaps(Slot& slot, SlotPass& pass) noexcept {
@@ -35,57 +57,56 @@ void Orvantesco::readTaps(Slot& slot, SlotPass& pass) noexcept {
   const double interval = tapInterval(taps, tempoTracker.secondsPerBeat());
   const TapPlan plan = planTaps(taps, interval * (engineRate() * globals.timeScale),
                                 slot.controls.wetShare, maxDelay);
-  const SwellPlan swell = planSwell(taps.swell);
   pass.tapEffects =
       effectRuns(slot.index, kStagePO) && (taps.fxParam[0] > 0 || taps.fxParam[1] > 0);
   slot.stage[kStageDelay] = slot.stage[kStagePost] = slot.feedbackVec = {};
+  const TapSamples left = readSide(slot.delay[0], plan, true, pass.modL);
+  const TapSamples right = readSide(slot.delay[1], plan, false, pass.modR);
   for (int t = 0; t < plan.count; ++t) {
-    const PlannedTap& tap = plan.taps[static_cast<std::size_t>(t)];
-    if (tap.readL) readTapSide(slot, {&pass, &plan, &swell, t, 0});
-    if (tap.readR) readTapSide(slot, {&pass, &plan, &swell, t, 1});
+    const auto n = static_cast<std::size_t>(t);
+    if (left[n] != nullptr) soundTap(slot, pass, plan, {plan.taps[n], t, 0, left[n]});
+    if (right[n] != nullptr) soundTap(slot, pass, plan, {plan.taps[n], t, 1, right[n]});
   }
-  // Kept as users know it: this effect waits for changes of the POST stage, not of its own.
-  if (!fxBusy[kStagePO].load(std::memory_order_acquire)) runTapFeedbackEffect(slot);
+  runTapFeedbackEffect(slot);
   if (taps.allTapsOut) slot.stage[kStageDelay] = slot.stage[kStagePost];
 }
 
-void Orvantesco::readTapSide(Slot& slot, const TapPass& tapPass) noexcept {
-  const auto [pass, plan, swell, t, side] = tapPass;
-  const PlannedTap& tap = plan->taps[static_cast<std::size_t>(t)];
-  const bool left = side == 0;
-  QLMMultiDelay& delay = slot.delay[static_cast<std::size_t>(side)];
-  const double* tapped =
-      delay.readTap((left ? pass->modL : pass->modR) + tap.delay, kVectorLength, t);
-  if (t == plan->feedbackTap) {
+void Orvantesco::soundTap(Slot& slot, const SlotPass& pass, const TapPlan& plan,
+                          const TapVoice& voice) noexcept {
+  const PlannedTap& tap = voice.tap;
+  const bool left = voice.side == 0;
+  const auto own = [&](StereoVector& pair) { return (left ? pair.left : pair.right).data(); };
+  if (voice.index == plan.feedbackTap) {
     // Both sides take the left amount: in this mode the two are equal.
-    vecMulConst(tapped, slot.feedbackL,
-                (left ? slot.feedbackVec.left : slot.feedbackVec.right).data(), kVectorLength);
+    vecMulConst(voice.samples, slot.feedbackL, own(slot.feedbackVec), kVectorLength);
   }
-  StereoVector& delayed = slot.stage[kStageDelay];
-  if (t == plan->lastTap)
-    vecCopy(tapped, (left ? delayed.left : delayed.right).data(), kVectorLength);
+  if (voice.index == plan.lastTap) {
+    vecCopy(voice.samples, own(slot.stage[kStageDelay]), kVectorLength);
+  }
   if (!(left ? tap.soundsL : tap.soundsR)) return;
 
   AudioVector work;
-  vecCopy(tapped, work.data(), kVectorLength);
-  addSwell(delay, *swell, tap.delay, work.data());
-  if (pass->tapEffects && ((slot.controls.taps.stepFxMask.get() >> t) & 1)) {
+  vecCopy(voice.samples, work.data(), kVectorLength);
+  addSwell(slot.delay[static_cast<std::size_t>(voice.side)], plan.swell, tap.delay, work.data());
+  if (pass.tapEffects && ((slot.controls.taps.stepFxMask.get() >> voice.index) & 1)) {
     runEffectInPlace(left ? work.data() : nullptr, left ? nullptr : work.data(),
-                     positionOf(slot, kStagePO), 2 * t + side);
+                     positionOf(slot, kStagePO), 2 * voice.index + voice.side);
   }
   StereoVector& post = slot.stage[kStagePost];
   const double ownGain = left ? tap.gainA : tap.gainB;
   const double otherGain = left ? tap.gainB : tap.gainA;
-  vecAddProductConst(work.data(), ownGain, (left ? post.left : post.right).data(), kVectorLength);
-  if (plan->panMode == 0 || otherGain == 0.0) return;
+  vecAddProductConst(work.data(), ownGain, own(post), kVectorLength);
+  if (plan.panMode == kPanStereo || otherGain == 0.0) return;
   vecAddProductConst(work.data(), otherGain, (left ? post.right : post.left).data(), kVectorLength);
 }
 
 void Orvantesco::runTapFeedbackEffect(Slot& slot) noexcept {
-  const EffectPosition& position = positionOf(slot, kStageFB);
+  // Kept as users know it: here the effect waits for changes of the POST stage, not of its own.
+  if (fxBusy[kStagePO].load(std::memory_order_acquire)) return;
+  EffectPosition& position = positionOf(slot, kStageFB);
   if (position.running == nullptr || position.running->list.empty() || !position.switchedOn) return;
   StereoVector& round = slot.feedbackVec;
-  runEffectInPlace(round.left.data(), round.right.data(), positionOf(slot, kStageFB), -1);
+  runEffectInPlace(round.left.data(), round.right.data(), position, -1);
 }
 
 }  // namespace orvantesco

@@ -6,8 +6,6 @@ namespace orvantesco {
 
 namespace {
 
-enum PanMode { kPanStereo, kPanDualMono, kPanLeft, kPanRight };
-
 bool maskHolds(const Shared<std::uint16_t>& mask, int tap) { return (mask.get() >> tap) & 1; }
 
 void planGains(const TapControls& controls, std::size_t step, double wetShare, PlannedTap& tap) {
@@ -26,6 +24,7 @@ TapPlan planTaps(const TapControls& controls, double intervalSamples, double wet
   plan.lastTap = controls.lastTap;
   plan.feedbackTap = controls.feedbackTap;
   plan.panMode = controls.panMode;
+  plan.swell = planSwell(controls.swell);
   plan.count = std::max(plan.lastTap, plan.feedbackTap) + 1;
   const double inverse = controls.timeStepInverse;
   const double swing = controls.swing;

@@ -3,7 +3,6 @@
 #include <array>
 
 #include "core/SlotControls.h"
-#include "core/SlotPass.h"
 
 namespace orvantesco {
 
@@ -16,20 +15,7 @@ struct PlannedTap {
   bool readL = false, readR = false;      ///< read at all: heard, fed back or the last one
 };
 
-/// All taps of a slot in "TAPPED" mode for one sub-block.
-struct TapPlan {
-  std::array<PlannedTap, TapControls::kSteps> taps;
-  int count = 0;        ///< taps that the loop walks through
-  int lastTap = 0;      ///< the tap that ends the pattern
-  int feedbackTap = 0;  ///< the tap that goes round
-  int panMode = 0;      ///< 0 "STEREO", 1 "DUAL MONO", 2 "LEFT", 3 "RIGHT"
-};
-
-/// Lays the taps out in time. `intervalSamples` is the gap between two taps before swing and steps;
-/// each step stretches or shrinks the gap before its tap and moves all later taps with it.
-/// `wetShare` scales the gains; taps beyond `longestDelay` samples are not read.
-TapPlan planTaps(const TapControls& controls, double intervalSamples, double wetShare,
-                 double longestDelay) noexcept;
+enum TapPanMode { kPanStereo, kPanDualMono, kPanLeft, kPanRight };
 
 /// Swell: echoes before a tap, quieter and earlier one after the other on a square-law time curve.
 struct SwellEcho {
@@ -43,15 +29,30 @@ struct SwellPlan {
   int count = 0;
 };
 
+/// All taps of a slot in "TAPPED" mode for one sub-block.
+struct TapPlan {
+  std::array<PlannedTap, TapControls::kSteps> taps;
+  int count = 0;        ///< taps that the loop walks through
+  int lastTap = 0;      ///< the tap that ends the pattern
+  int feedbackTap = 0;  ///< the tap that goes round
+  int panMode = kPanStereo;
+  SwellPlan swell;  ///< the same for all taps
+};
+
+/// Lays the taps out in time. `intervalSamples` is the gap between two taps before swing and steps;
+/// each step stretches or shrinks the gap before its tap and moves all later taps with it.
+/// `wetShare` scales the gains; taps beyond `longestDelay` samples are not read.
+TapPlan planTaps(const TapControls& controls, double intervalSamples, double wetShare,
+                 double longestDelay) noexcept;
+
 SwellPlan planSwell(double swell) noexcept;
 
-/// One tap of one side within the tap loop.
-struct TapPass {
-  const SlotPass* pass;
-  const TapPlan* plan;
-  const SwellPlan* swell;
-  int tap;
-  int side;  ///< 0 left, 1 right
+/// One sounding tap of one side.
+struct TapVoice {
+  const PlannedTap& tap;
+  int index;              ///< 0..15
+  int side;               ///< 0 left, 1 right
+  const double* samples;  ///< what the tap reads, 32 samples
 };
 
 }  // namespace orvantesco
