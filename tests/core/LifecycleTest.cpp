@@ -48,7 +48,7 @@ TEST(Lifecycle, AChangeOfRateEmptiesTheDelaysReportsTheLatencyAndFades) {
   StereoBuffer audio(48000);
   rig.render(audio);
   EXPECT_EQ(rig.host.latencySamples(), 80);
-  EXPECT_EQ(peak(audio.left), 0.0) << "what stood in the delay lines is gone";
+  EXPECT_LT(peak(audio.left), 1e-13) << "what stood in the delay lines is gone";
 
   rig.host.setSampleRate(44100.0);
   StereoBuffer ones(44100);
@@ -127,7 +127,7 @@ TEST(Lifecycle, ClearingDropsAllSound) {
   rig.effect.ResetDSP();
   StereoBuffer audio(96000);
   rig.render(audio);
-  EXPECT_EQ(peak(audio.left), 0.0);
+  EXPECT_LT(peak(audio.left), 1e-13) << "all but the grain that keeps denormals away";
 }
 
 TEST(Lifecycle, AfterConstructionTheFrameworksRateStandsAtMinusOne) {
