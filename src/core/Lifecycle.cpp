@@ -188,12 +188,20 @@ void Orvantesco::setAttenuation(double linearGain) { globals.inputAttenuation = 
 
 bool Orvantesco::bulkOperationRuns() const noexcept { return audioIsBlocked(); }
 
-Orvantesco::BulkOperation::BulkOperation(Orvantesco& effect, std::atomic<bool>& raised)
-    : flag(raised) {
+bool Orvantesco::bulkOperationIsMine() const noexcept {
+  return (restoringState || presetLoading) && bulkThread.load() == std::this_thread::get_id();
+}
+
+Orvantesco::BulkOperation::BulkOperation(Orvantesco& owner, std::atomic<bool>& raised)
+    : effect(owner), flag(raised) {
+  effect.bulkThread.store(std::this_thread::get_id());
   flag.store(true);
   while (effect.audioInside.load()) std::this_thread::yield();
 }
 
-Orvantesco::BulkOperation::~BulkOperation() { flag.store(false); }
+Orvantesco::BulkOperation::~BulkOperation() {
+  flag.store(false);
+  effect.bulkThread.store({});
+}
 
 }  // namespace orvantesco

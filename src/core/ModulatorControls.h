@@ -6,17 +6,25 @@
 
 namespace orvantesco {
 
-/// Control words of one LFO. `rate` is Hz, or the position in the note menu when `sync` is not 0.
+/// Control words of one LFO.
 struct LfoControls {
   Shared<bool> on{false}, swap{false}, reverse{false};
   Shared<int> wave{0}, polarity{0}, sync{0}, mode{0};
   Shared<const unsigned char*> trigger{nullptr};
+  /// Hz from 0 up; below 0 its magnitude counts cycles for each beat. One word holds number and
+  /// unit, so that no reader takes a note for a frequency while the mode changes.
   Shared<double> rate{0.5};
   Shared<double> rateModDepth{0.0};  ///< cubed
   Shared<const double*> rateModSource{nullptr};
   Shared<double> depth{0.5};  ///< 0..1
   Shared<double> phase{0.0};  ///< 0..1
   Shared<double> glideMs{10.0};
+
+  /// The rate in Hz at a tempo in beats per minute.
+  double rateHz(double tempo) const noexcept {
+    const double word = rate;
+    return word < 0.0 ? -word * tempo / 60.0 : word;
+  }
 };
 
 /// Control words of one step gate.

@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <thread>
 
 #include "core/Buses.h"
 #include "core/DryFifo.h"
@@ -16,6 +17,7 @@
 #include "core/ModulatorOutputs.h"
 #include "core/Rings.h"
 #include "core/Slot.h"
+#include "core/StateMigration.h"
 #include "core/TempoTracker.h"
 #include "core/TriggerFlags.h"
 #include "fx/IppFixBiquad.h"
@@ -93,6 +95,9 @@ class Orvantesco : public IPlugAAX {
   /// Index of the parameter that the user is moving, -1 for none.
   int touchedParameter() const noexcept { return touchedParam; }
 
+  /// A control of the editor is about to move a parameter. Any thread.
+  void touchParameter(int paramIdx) noexcept { touchedParam = paramIdx; }
+
   /// The editor's switches outside the bank. Any thread.
   void setDryMute(bool muted);
   void setAttenuation(double linearGain);
@@ -111,11 +116,13 @@ class Orvantesco : public IPlugAAX {
     BulkOperation& operator=(const BulkOperation&) = delete;
 
    private:
+    Orvantesco& effect;
     std::atomic<bool>& flag;
   };
 
  private:
   friend class ParamDispatch;
+  friend struct OrvantescoProbe;  ///< tests look at the words behind the parameters
 
   // Life cycle (Lifecycle.cpp).
   void dispatchAllParameters();
@@ -183,6 +190,8 @@ class Orvantesco : public IPlugAAX {
   }
   bool mainInputIsMono() const noexcept;
   bool bulkOperationRuns() const noexcept;
+  /// Whether a restore or a preset load runs on the calling thread.
+  bool bulkOperationIsMine() const noexcept;
 
   // Control words, requests and flags: any thread.
   std::array<Slot, kSlots> slots;
@@ -195,7 +204,9 @@ class Orvantesco : public IPlugAAX {
   std::atomic<bool> constructing{true};
   std::atomic<bool> restoringState{false};
   std::atomic<bool> presetLoading{false};
-  std::atomic<bool> audioInside{false};  ///< the audio thread is in ProcessDoubleReplacing
+  std::atomic<bool> audioInside{false};       ///< the audio thread is in ProcessDoubleReplacing
+  std::atomic<std::thread::id> bulkThread{};  ///< thread of the restore or preset load
+  StateMigration migration;
   Shared<int> touchedParam{-1};
   Shared<EditorPort*> editor{nullptr};
   std::mutex typeMutex;  ///< one change of effect type at a time; never the audio thread

@@ -74,9 +74,10 @@ void Orvantesco::carryOutSlotRequests(Slot& slot) noexcept {
 
 void Orvantesco::carryOutEffectRequests(int index) noexcept {
   EffectPosition& position = positions[static_cast<std::size_t>(index)];
+  // Requests first: those that were posted behind a hand-over must meet the new instances.
+  const unsigned bits = position.requests.take();
   const bool isNew = position.takeIncoming();
   for (std::size_t k = 0; k < kEffectParams; ++k) position.depthCell[k] = position.depth[k];
-  const unsigned bits = position.requests.take();
   if (position.running == nullptr) return;
   EffectInstances& instances = *position.running;
   // Built for another rate than the one that has come into force meanwhile.
@@ -90,8 +91,9 @@ void Orvantesco::carryOutEffectRequests(int index) noexcept {
   const EffectContext context{position, slots[static_cast<std::size_t>(index % kSlots)].controls,
                               index / kSlots == kStagePO};
   for (int k = 0; k < kEffectParams; ++k) {
-    if (bits & (kTakeEffectParam << k)) giveEffectParam(instances, context, k);
+    // The value last, so that a control whose source has gone takes its knob's value.
     if (bits & (kTakeEffectSource << k)) giveEffectSource(instances, context, k);
+    if (bits & (kTakeEffectParam << k)) giveEffectParam(instances, context, k);
   }
 }
 

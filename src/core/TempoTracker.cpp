@@ -20,7 +20,7 @@ double usablePosition(double quarterNotes) {
 
 void TempoTracker::takeTempo(double beatsPerMinute, double hostRate) noexcept {
   const bool usable = std::isfinite(beatsPerMinute) && beatsPerMinute > 0.0;
-  const double tempo = usable ? beatsPerMinute : tempoNow;
+  const double tempo = usable ? beatsPerMinute : tempoNow.get();
   if (!firstCall && tempo == tempoNow && hostRate == rate) return;
   changed = changed || firstCall || tempo != tempoNow;
   firstCall = false;

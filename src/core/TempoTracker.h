@@ -1,12 +1,13 @@
 #pragma once
 
 #include "core/TriggerFlags.h"
+#include "fx/Shared.h"
 #include "host/HostTimeInfo.h"
 
 namespace orvantesco {
 
 /// Follows the host's tempo and transport: beats, bars and the clock that goes on while the
-/// transport stands. Audio thread only.
+/// transport stands. Audio thread only, but for the tempo, which any thread may ask for.
 class TempoTracker {
  public:
   /// Takes the tempo of a host call, in beats per minute. A value that is not finite or not above
@@ -16,8 +17,9 @@ class TempoTracker {
   /// Advances by one sub-block and raises the pulses that fall into it.
   void advance(const HostTimeInfo& time, TriggerFlags& triggers) noexcept;
 
+  /// Beats per minute. Any thread.
   double tempo() const noexcept { return tempoNow; }
-  /// Length of a beat in seconds; tempos below 30 count as 30 here.
+  /// Length of a beat in seconds; tempos below 30 count as 30 here. Any thread.
   double secondsPerBeat() const noexcept { return beatSeconds; }
   /// Song position in quarter notes, never below 0.
   double position() const noexcept { return beatPosition; }
@@ -28,8 +30,8 @@ class TempoTracker {
  private:
   void raisePulses(int numerator, TriggerFlags& triggers) noexcept;
 
-  double tempoNow = 120.0;
-  double beatSeconds = 0.5;
+  Shared<double> tempoNow{120.0};
+  Shared<double> beatSeconds{0.5};
   double beatsPerSample = 1.0 / (0.5 * 44100.0);
   double rate = 44100.0;
   double freeRunSamples = 0.0;
