@@ -73,7 +73,7 @@ class TypeChange {
     instances->builtAtRate = engineRate();
     const int pairs = isPost() ? TapControls::kSteps : 1;
     for (int pair = 0; pair < pairs; ++pair) {
-      auto left = createEffect(typeId, false);
+      auto left = createEffect(typeId, false, nullptr);
       if (left == nullptr) break;
       auto right = createEffect(typeId, true, left.get());
       instances->list.push_back(std::move(left));
