@@ -47,7 +47,7 @@ struct OrvantescoProbe {
 
  private:
   template <class Array>
-  static auto& at(Array& array, int number) {
+  static typename Array::value_type& at(Array& array, int number) {
     return array[static_cast<std::size_t>(number)];
   }
   std::shared_ptr<void> bulk(std::atomic<bool>& flag) const {
