@@ -20,6 +20,7 @@
 #include "core/StateMigration.h"
 #include "core/TempoTracker.h"
 #include "core/TriggerFlags.h"
+#include "delay/TapPatterns.h"
 #include "fx/IppFixBiquad.h"
 #include "host/EditorPort.h"
 #include "host/HostPort.h"
@@ -101,6 +102,14 @@ class Orvantesco : public IPlugAAX {
   /// The editor's switches outside the bank. Any thread.
   void setDryMute(bool muted);
   void setAttenuation(double linearGain);
+
+  /// Which taps of a slot (0..3) sound in "TAPPED" mode. Any thread.
+  void setTapMasks(int slot, TapMasks masks);
+  TapMasks tapMasks(int slot) const;
+  /// On which taps of a slot the POST effect runs while tap rows drive it. Any thread.
+  void setStepFxMask(int slot, std::uint16_t mask);
+  /// On which taps of a slot the parameter that a row (0, 1) drives may be modulated. Any thread.
+  void setStepModMask(int row, int slot, std::uint16_t mask);
 
   /// Replaces the editor (null for none). Control thread, while no parameter is dispatched.
   void setEditor(EditorPort* port) { editor = port; }

@@ -9,6 +9,7 @@
 
 #include "params/ParamIndex.h"
 #include "support/EngineRig.h"
+#include "support/OrvantescoProbe.h"
 
 namespace orvantesco {
 namespace {
@@ -159,6 +160,33 @@ TEST(BlockDriver, ABlockWithoutFramesMovesNothing) {
     return audio.left;
   };
   EXPECT_EQ(rendered(false), rendered(true));
+}
+
+TEST(BlockDriver, IsSilentDuringABulkOperationAndGoesOnWhereItStood) {
+  DryRig rig;
+  const StereoBuffer input = noise(640);
+  StereoBuffer first = input;
+  rig.render(first);
+  {
+    const auto loading = OrvantescoProbe{rig.effect}.loadingPreset();
+    StereoBuffer during = noise(320);
+    rig.render(during);
+    EXPECT_EQ(peak(during.left), 0.0);
+    EXPECT_EQ(peak(during.right), 0.0);
+  }
+  StereoBuffer after(320);
+  rig.render(after);
+  // What stood in the rings and in the dry FIFO comes out now.
+  EXPECT_TRUE(std::equal(input.left.end() - 80, input.left.end(), after.left.begin()));
+}
+
+TEST(BlockDriver, CountsAllHostFramesOfABlockAsPositionsOfTheirOwn) {
+  EngineRig rig;
+  rig.host.setTempo(120.0);
+  StereoBuffer audio(4096);
+  rig.block(audio, 0, 4096);
+  // The last sub-block ran at the last frame of the block.
+  EXPECT_DOUBLE_EQ(OrvantescoProbe{rig.effect}.songPosition(), 4095.0 * 2.0 / 48000.0);
 }
 
 TEST(BlockDriver, PutsTheThreadsDenormalModeBack) {
