@@ -66,7 +66,9 @@ bool Orvantesco::audioIsBlocked() const noexcept {
 
 void Orvantesco::followHost() {
   const double hostRate = GetSampleRate();
-  if (hostRate != lastSeenSampleRate) {
+  // A host that names no rate leaves the one in force.
+  const bool named = std::isfinite(hostRate) && hostRate > 0.0;
+  if (named && hostRate != lastSeenSampleRate) {
     InitForSampleRate(true);
     lastSeenSampleRate = hostRate;
   }
@@ -74,7 +76,7 @@ void Orvantesco::followHost() {
     latencyPending = false;
     SetLatency(limiterLookahead + kVectorLength);
   }
-  tempoTracker.takeTempo(GetTempo(), hostRate);
+  tempoTracker.takeTempo(GetTempo(), named ? hostRate : engineRate());
   buses.sideIn.fill(0.0);
 }
 

@@ -23,6 +23,12 @@ constexpr double kOffsetSeconds = 0.5;
 
 double rateInForce() { return initialisedRate > 0.0 ? initialisedRate.get() : kFreshProcessRate; }
 
+/// At the rate in force and from 0, as a new one.
+void startSmoother(Smoother& smoother, double ms) {
+  smoother.setTime(ms);
+  smoother.rateChanged();
+}
+
 PlugInfo plugInfo() {
   PlugInfo info;
   info.parameterCount = kNumParams;
@@ -116,14 +122,14 @@ void Orvantesco::sizeSlot(Slot& slot) {
   for (RingDelay& line : slot.offsetLine)
     line.resize(static_cast<int>(engineRate() * kOffsetSeconds));
   for (Smoother* smoother : {&slot.inputSmoother, &slot.levelSmoother, &slot.panSmoother}) {
-    smoother->setTime(kGainSmoothingMs);
+    startSmoother(*smoother, kGainSmoothingMs);
   }
   slot.requests.post(kTakeDelaySettings);
 }
 
 void Orvantesco::renewEffects() {
   for (EffectPosition& position : positions) {
-    position.mixSmoother.setTime(kMixSmoothingMs);
+    startSmoother(position.mixSmoother, kMixSmoothingMs);
     position.takeIncoming();
     if (position.running != nullptr) renewInstances(*position.running);
   }

@@ -197,6 +197,19 @@ TEST(BlockDriver, PutsTheThreadsDenormalModeBack) {
   EXPECT_EQ(_mm_getcsr(), before);
 }
 
+TEST(BlockDriver, KeepsTheRateInForceWhenTheHostNamesNone) {
+  EngineRig rig;
+  rig.warmUp();
+  rig.host.setSampleRate(kNaN);
+  StereoBuffer audio = noise(4800);
+  rig.render(audio);
+  rig.host.setSampleRate(0.0);
+  rig.render(audio);
+  EXPECT_TRUE(allFinite(audio));
+  EXPECT_EQ(rig.host.latencySamples(), 80);
+  EXPECT_GT(peak(audio.left), 0.01);
+}
+
 TEST(BlockDriver, IgnoresTemposAndPositionsThatAreNone) {
   EngineRig rig;
   rig.set(kTimebase, 1);
