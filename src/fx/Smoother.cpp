@@ -81,6 +81,28 @@ const double* Smoother::ramp(double x, int n) noexcept {
   return values;
 }
 
+// Four samples at a time: what they add is computed from zero, then the old state's share is put
+// on top.
+void Smoother::tickVector(double* srcDst) noexcept {
+  if (!isSaneVector(srcDst)) {
+    for (int i = 0; i < kVectorLength; ++i) srcDst[i] = tick(srcDst[i]);
+    return;
+  }
+  double state = y;
+  for (int i = 0; i < kVectorLength; i += 4) {
+    const double d0 = srcDst[i] * gain + kOffset;
+    const double d1 = srcDst[i + 1] * gain + kOffset + coefficient * d0;
+    const double d2 = srcDst[i + 2] * gain + kOffset + coefficient * d1;
+    const double d3 = srcDst[i + 3] * gain + kOffset + coefficient * d2;
+    srcDst[i] = powers[0] * state + d0 - kOffset;
+    srcDst[i + 1] = powers[1] * state + d1 - kOffset;
+    srcDst[i + 2] = powers[2] * state + d2 - kOffset;
+    state = powers[3] * state + d3;
+    srcDst[i + 3] = state - kOffset;
+  }
+  y = state;
+}
+
 const float* Smoother::rampFloat(float x, int n) noexcept {
   const float target = isSane(x) ? x : 0.0F;
   const float start = isSane(x) ? static_cast<float>(y) : 0.0F;

@@ -41,6 +41,10 @@ class Smoother {
     return y - kOffset;
   }
 
+  /// 32 ticks over a vector, in place: out[i] = tick(in[i]) to within rounding, at about a
+  /// quarter of their time, since only every fourth sample waits for the one before it.
+  void tickVector(double* srcDst) noexcept;
+
   /// n steps (1..32) towards a constant x; the returned vector of n values is the smoother's own
   /// and stands until the next call. A smoother at rest costs a compare, or a fill after a move.
   const double* ramp(double x, int n = kVectorLength) noexcept;

@@ -54,6 +54,37 @@ TEST(Smoother, blockTimeCountsBlocksOf32) {
   EXPECT_EQ(block.tick(1.0), sample.tick(1.0));
 }
 
+TEST(Smoother, tickVectorIsThirtyTwoTicks) {
+  for (double rate : kRates) {
+    for (double ms : {0.0, 0.1, 5.0, 3000.0}) {
+      ScopedRate scope(rate);
+      Smoother vector(ms);
+      Smoother ticked(ms);
+      auto signal = testing_support::noise(40, 3);
+      double worst = 0.0;
+      for (size_t at = 0; at < signal.size(); at += kVectorLength) {
+        double expected[kVectorLength];
+        for (size_t i = 0; i < kVectorLength; ++i) expected[i] = ticked.tick(signal[at + i]);
+        vector.tickVector(&signal[at]);
+        for (size_t i = 0; i < kVectorLength; ++i) {
+          worst = std::max(worst, std::fabs(signal[at + i] - expected[i]));
+        }
+      }
+      EXPECT_LT(worst, 1e-14) << ms << " ms at " << rate;
+    }
+  }
+}
+
+TEST(Smoother, tickVectorDropsItsStateAtWhatIsNoNumber) {
+  Smoother smoother(50.0);
+  double vector[kVectorLength];
+  std::fill_n(vector, kVectorLength, 1.0);
+  vector[7] = std::numeric_limits<double>::quiet_NaN();
+  smoother.tickVector(vector);
+  EXPECT_EQ(vector[7], 0.0);
+  EXPECT_TRUE(std::all_of(vector, vector + kVectorLength, [](double v) { return v < 1.0; }));
+}
+
 TEST(Smoother, rampIsNTicks) {
   for (double rate : kRates) {
     for (double ms : {0.5, 5.0, 200.0, 2000.0}) {
