@@ -1,0 +1,127 @@
+#include "mod/WaveLFO.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "fx/Kernels.h"
+#include "fx/RateValues.h"
+
+namespace orvantesco {
+
+namespace {
+
+constexpr double kEntries = WaveRecord::kLength;
+constexpr double kLastEntry = kEntries - 1.0;
+constexpr int kEntryMask = WaveRecord::kLength - 1;
+// Whole entries, taken once at 44100 Hz: so the slowest LFO may stand still, and the fastest
+// reaches 495 Hz there and more at higher rates.
+constexpr double kMinIncrement = 0.0;
+constexpr double kMaxIncrement = 46.0;
+constexpr double kRateModulationHz = 500.0;
+constexpr double kGlideFactor = 1.5;
+
+double limitIncrement(double entriesPerSample) noexcept {
+  if (!std::isfinite(entriesPerSample)) return kMinIncrement;
+  return std::clamp(entriesPerSample, kMinIncrement, kMaxIncrement);
+}
+
+}  // namespace
+
+void WaveLFO::setRate(double hz) noexcept {
+  if (!std::isfinite(hz)) return;
+  rateHz = hz;
+  increment = limitIncrement(kEntries * hz / sampleRate);
+}
+
+void WaveLFO::rateChanged() noexcept {
+  setRate(rateHz);
+  glide.rateChanged();
+}
+
+void WaveLFO::setGlide(double ms) noexcept {
+  if (ms == glideMs) return;
+  glideMs = ms;
+  glide.setTime(kGlideFactor * ms);
+}
+
+void WaveLFO::setWave(const WaveRecord* record) noexcept {
+  table = record->samples;
+  sampleAndHold = record->id == kSampleAndHoldWave;
+}
+
+void WaveLFO::setMode(Mode mode) noexcept {
+  loop = mode == Mode::Loop;
+  latch = mode == Mode::Latch;
+}
+
+void WaveLFO::setPolarity(Polarity polarity) noexcept {
+  switch (polarity) {
+    case Polarity::Positive:
+      offset = scale = 0.5;
+      break;
+    case Polarity::Negative:
+      offset = scale = -0.5;
+      break;
+    case Polarity::Bipolar:
+      offset = 0.0;
+      scale = 1.0;
+      break;
+  }
+}
+
+void WaveLFO::setPhase(double share) noexcept {
+  phaseOffset = static_cast<int>(kLastEntry * std::clamp(share, 0.0, 1.0));
+}
+
+void WaveLFO::drawRandom() noexcept {
+  heldValue = static_cast<double>(random.next()) / RandomDraw::kMax;
+}
+
+double WaveLFO::incrementNow() const noexcept {
+  if (rateModSource == nullptr) return increment;
+  const double hz = rateModDepth * rateModSource[0] * kRateModulationHz + rateHz;
+  return limitIncrement(hz * kEntries / sampleRate);
+}
+
+/// Moves the phase on; true where the cycle starts anew.
+bool WaveLFO::advance(double inc, bool triggered, bool restart) noexcept {
+  bool wrapped = false;
+  phase += inc;
+  if (phase >= kEntries) {
+    wrapped = loop || triggered;
+    if (loop) {
+      phase -= kEntries;
+    } else {
+      phase = triggered ? 0.0 : kEntries;
+    }
+  }
+  if (!restart) return wrapped;
+  phase = 0.0;
+  return true;
+}
+
+double WaveLFO::readWave() noexcept {
+  const int index = (static_cast<int>(std::min(phase, kLastEntry)) + phaseOffset) & kEntryMask;
+  lastWave = table[reverse ? kEntryMask - index : index] * swapSign;
+  return std::clamp(lastWave, -1.0, 1.0);
+}
+
+void WaveLFO::process(double* out) noexcept {
+  if (table == nullptr) return;
+  const double inc = incrementNow();
+  const bool triggered = trigger != nullptr && *trigger != 0;
+  bool wrapped = false;
+  for (int i = 0; i < kVectorLength; ++i) {
+    // One restart for each vector, at its first sample, though the flag stays up throughout.
+    wrapped |= advance(inc, triggered, triggered && !latch && i == 0);
+    // Sample and hold draws for every sample behind a wrap; the last draw stands.
+    if (sampleAndHold && wrapped) drawRandom();
+    const double y = sampleAndHold ? 2.0 * heldValue - 1.0 : readWave();
+    out[i] = y * scale + offset;
+  }
+  glide.tickVector(out);
+  vecMulConstInPlace(depth, out, kVectorLength);
+  firstValue = out[0];
+}
+
+}  // namespace orvantesco
