@@ -60,7 +60,8 @@ Slot::Slot() {
 }
 
 Orvantesco::Orvantesco(HostPort& hostPort, const OrvantescoOptions& options)
-    : IPlugAAX(plugInfo(), &hostPort), editor(options.editor) {
+    : IPlugAAX(plugInfo(), &hostPort) {
+  graphics = options.editor;
   const double rate = rateInForce();
   const bool freshProcess = initialisedRate <= 0.0;
   bank->buildParameterBank();

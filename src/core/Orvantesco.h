@@ -112,7 +112,7 @@ class Orvantesco : public IPlugAAX {
   void setStepModMask(int row, int slot, std::uint16_t mask);
 
   /// Replaces the editor (null for none). Control thread, while no parameter is dispatched.
-  void setEditor(EditorPort* port) { editor = port; }
+  void setEditor(EditorPort* port) { graphics = port; }
 
  protected:
   /// Stops the audio path for the duration of a bulk operation: raises a flag, waits until the
@@ -217,7 +217,6 @@ class Orvantesco : public IPlugAAX {
   std::atomic<std::thread::id> bulkThread{};  ///< thread of the restore or preset load
   StateMigration migration;
   Shared<int> touchedParam{-1};
-  Shared<EditorPort*> editor{nullptr};
   std::mutex typeMutex;  ///< one change of effect type at a time; never the audio thread
 
   // Audio thread only.

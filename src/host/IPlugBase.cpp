@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/EditorPort.h"
 #include "params/IParam.h"
 #include "params/ParamBank.h"
 #include "presets/StateChunk.h"
@@ -148,6 +149,12 @@ void IPlugBase::SetBlockSize(int frames) {
   sizeScratch(outputScratch, frames);
   pointAtScratch(inputChannels, inputScratch);
   pointAtScratch(outputChannels, outputScratch);
+}
+
+void IPlugBase::RedrawParamControls() {
+  EditorPort* const editor = graphics;
+  if (editor == nullptr) return;
+  for (int i = 0; i < NParams(); ++i) editor->setKnobValue(i, GetParam(i)->getNormalized());
 }
 
 IParam* IPlugBase::GetParam(int index) const noexcept {

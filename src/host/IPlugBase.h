@@ -83,6 +83,9 @@ class IPlugBase {
   /// only beyond `LatencyBuffer::reservedFrames`. Audio thread or main thread.
   virtual void SetLatency(int samples) noexcept;
 
+  /// Sets the controls that are bound to parameters to the stored values. Editor thread.
+  virtual void RedrawParamControls();
+
   /// The longest block that will come. Where it differs, the scratch buffers are sized and cleared.
   /// Not while audio runs.
   virtual void SetBlockSize(int frames);
@@ -118,9 +121,9 @@ class IPlugBase {
   // ---- what the effect and its binding share ----
 
   std::unique_ptr<ParamBank> bank;
-  std::vector<IParam*> params;     ///< index = parameter index; the bank owns the records
-  std::recursive_mutex mutex;      ///< the one lock of the system, never taken by audio
-  EditorPort* graphics = nullptr;  ///< the editor, or null
+  std::vector<IParam*> params;            ///< index = parameter index; the bank owns the records
+  std::recursive_mutex mutex;             ///< the one lock of the system, never taken by audio
+  Shared<EditorPort*> graphics{nullptr};  ///< the editor, or null
 
   Shared<double> sampleRate{44100.0};
   Shared<int> blockSize{0};

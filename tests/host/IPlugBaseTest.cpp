@@ -6,6 +6,7 @@
 #include <limits>
 #include <numeric>
 
+#include "host/EditorPort.h"
 #include "host/PlugFixture.h"
 #include "presets/StateChunk.h"
 
@@ -183,6 +184,28 @@ TEST(IPlugBase, ClampsStoredValuesAndKeepsTheRestOfAShortBlock) {
   EXPECT_EQ(plug.GetParam(1)->value(), plug.GetParam(1)->max());
   EXPECT_EQ(plug.GetParam(2)->value(), 1.0);
   EXPECT_EQ(plug.dispatched, allIndices());
+}
+
+/// Keeps what each knob was set to.
+class KnobRecorder : public EditorPort {
+ public:
+  void setKnobValue(int paramIdx, double normalized) noexcept override {
+    knobs[static_cast<std::size_t>(paramIdx)] = normalized;
+  }
+  std::vector<double> knobs = std::vector<double>(kNumParams, -1.0);
+};
+
+TEST(IPlugBase, SetsEveryControlToItsStoredValue) {
+  BarePlug plug;
+  plug.RedrawParamControls();
+  KnobRecorder editor;
+  plug.graphics = &editor;
+  plug.GetParam(kTapStepTime)->setValue(25.0);
+  plug.RedrawParamControls();
+  std::vector<double> expected;
+  for (int i = 0; i < kNumParams; ++i) expected.push_back(plug.GetParam(i)->getNormalized());
+  EXPECT_EQ(editor.knobs, expected);
+  EXPECT_EQ(editor.knobs[kTapStepTime], 0.25);
 }
 
 TEST(IPlugBase, TakesItsLockTwiceInOneThread) {

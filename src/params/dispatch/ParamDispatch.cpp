@@ -163,7 +163,7 @@ bool ParamDispatch::presetLoading() const noexcept { return effect.presetLoading
 bool ParamDispatch::restoringState() const noexcept { return effect.restoringState; }
 
 EditorPort& ParamDispatch::editor() const noexcept {
-  EditorPort* port = constructing() ? nullptr : effect.editor.get();
+  EditorPort* port = constructing() ? nullptr : effect.graphics.get();
   return port != nullptr ? *port : silentEditor;
 }
 
