@@ -4,14 +4,16 @@
 
 #include "cli/Message.h"
 #include "cli/ParamsCommand.h"
+#include "cli/RenderCommand.h"
 
 namespace orvantesco::cli {
 namespace {
 
 constexpr const char* examples =
     "Examples:\n"
+    "  orvantesco render voice.wav -o echo.wav --set \"Delay TimeL 1=350\"\n"
     "  orvantesco params --match \"Delay Time\"\n"
-    "  orvantesco params --help\n";
+    "  orvantesco render --help\n";
 
 /// `params` and its options.
 class ParamsCall {
@@ -37,6 +39,7 @@ ExitCode runProgram(int argc, const char* const* argv) {
   program.set_version_flag("--version", "orvantesco " ORVANTESCO_VERSION);
   program.footer(examples);
   program.require_subcommand(1);
+  const RenderCommand render(program);
   const ParamsCall params(program);
   try {
     program.parse(argc, argv);
@@ -49,7 +52,7 @@ ExitCode runProgram(int argc, const char* const* argv) {
   } catch (const CLI::ParseError& fault) {
     throw badCall(fault.what());
   }
-  return params.run();
+  return render.wasCalled() ? render.run() : params.run();
 }
 
 }  // namespace orvantesco::cli

@@ -63,33 +63,52 @@ int processorCores() { return static_cast<int>(std::max(1U, std::thread::hardwar
 }  // namespace
 
 void RenderArguments::addTo(CLI::App& command) {
-  command.add_option("INPUT", inputs, "audio files, 1 or 2 channels, 8 to 768 kHz")->required();
-  command.add_option("-o", output, "output file: .wav, .flac, .aiff or .ogg");
-  command.add_option("--output-dir", outputFolder,
-                     "folder for one output per input, named as the input");
-  command.add_option("--jobs", workers, "worker processes for several inputs (default: cores)");
-  command.add_option("--set", assignments, "NAME=VALUE: a parameter, as set in the editor")
+  addFiles(command);
+  addTransport(command);
+  const auto option = [&command](const char* name, std::string& text, const char* help) {
+    return command.add_option(name, text, help);
+  };
+  command
+      .add_option("--set", assignments,
+                  "a parameter, as the user sets it in the editor; repeatable")
       ->expected(1)
       ->allow_extra_args(false)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  command.add_option("--automation", automationFile, "CSV lines seconds,NAME,VALUE");
-  command.add_option("--sidechain", sideChainFile, "third input, of the same rate as INPUT");
-  command.add_option("--tempo", tempo, "beats per minute")->capture_default_str();
-  command.add_option("--time-signature", timeSignature, "N/D")->capture_default_str();
-  command.add_option("--start", start, "position of the first frame in beats")
-      ->capture_default_str();
-  command.add_flag("--stopped", stopped, "the transport stands still");
-  command.add_option("--block", block, "frames per host block, or random:SEED")
-      ->capture_default_str();
-  command.add_option("--tail", tail, "seconds of silence after the input, or auto")
-      ->capture_default_str();
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+      ->type_name("NAME=VALUE");
+  option("--block", block, "frames per host block, or random:SEED")->capture_default_str();
+  option("--tail", tail, "seconds of silence after the input, or auto")->capture_default_str();
+  option("--warm-up", warmUp, "seconds of silence before the input")->capture_default_str();
   command.add_flag("--keep-latency", keepLatency, "leave the latency in the output");
-  command.add_option("--warm-up", warmUp, "seconds of silence before the input")
-      ->capture_default_str();
-  command.add_option("--format", sampleFormat, "pcm16, pcm24, float or double");
-  command.add_option("--seed", seed, "seed of every random source")->capture_default_str();
+  option("--format", sampleFormat, "pcm16, pcm24, float or double");
+  option("--seed", seed, "seed of every random source")->capture_default_str();
   command.add_flag("--stats", stats, "print what was rendered as JSON");
   command.add_flag("--quiet", quiet, "no progress bar");
+}
+
+void RenderArguments::addFiles(CLI::App& command) {
+  command.add_option("INPUT", inputs, "audio files, 1 or 2 channels, 8 to 768 kHz")
+      ->required()
+      ->type_name("");
+  const auto option = [&command](const char* name, std::string& text, const char* help) {
+    return command.add_option(name, text, help)->type_name("FILE");
+  };
+  option("-o", output, "output: .wav, .flac, .aiff or .ogg");
+  option("--output-dir", outputFolder, "one output per input, named as the input")
+      ->type_name("DIR");
+  option("--jobs", workers, "worker processes for several inputs (as many as cores)")
+      ->type_name("N");
+  option("--automation", automationFile, "CSV lines seconds,NAME,VALUE");
+  option("--sidechain", sideChainFile, "third input, of the same rate as INPUT");
+}
+
+void RenderArguments::addTransport(CLI::App& command) {
+  const auto option = [&command](const char* name, std::string& text, const char* help) {
+    return command.add_option(name, text, help)->capture_default_str();
+  };
+  option("--tempo", tempo, "beats per minute")->type_name("BPM");
+  option("--time-signature", timeSignature, "time signature")->type_name("N/D");
+  option("--start", start, "position at which the input begins")->type_name("BEATS");
+  command.add_flag("--stopped", stopped, "the transport stands still");
 }
 
 RenderSettings RenderArguments::settings() const {

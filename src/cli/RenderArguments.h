@@ -22,6 +22,8 @@ class RenderArguments {
   RenderCall toCall() const;
 
  private:
+  void addFiles(CLI::App& command);
+  void addTransport(CLI::App& command);
   RenderSettings settings() const;
 
   std::vector<std::string> inputs;

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/GestureEditor.h"
+#include "cli/ParameterSetting.h"
+#include "cli/RenderCall.h"
+#include "core/Orvantesco.h"
+#include "host/OfflineHost.h"
+
+namespace orvantesco::cli {
+
+/// The effect with its host, as a render drives it: settings, then blocks, in one thread.
+class RenderEngine {
+ public:
+  /// What the engine has to know of the input before it is built.
+  struct Input {
+    double sampleRateHz = 44100.0;
+    int channels = 2;
+    bool sideChain = false;
+  };
+  RenderEngine(const Input& input, const RenderSettings& settings);
+
+  const ParamBank& bank() const noexcept { return *effect.bank; }
+
+  /// Sets a parameter as a gesture of the user in the editor does, or as a host's automation does.
+  void setAsUser(const ParameterSetting& setting);
+  void automate(const ParameterSetting& setting);
+
+  /// Applies "NAME=VALUE" texts in order, each as a gesture.
+  void setAsUser(const std::vector<std::string>& assignments);
+
+  /// Effects that were chosen but that this build cannot make, as "NAME at PARAMETER".
+  std::vector<std::string> missingEffects() const;
+
+  /// The transport stands at the start, or runs from where it stands.
+  void stopAtStart();
+  void startTransport();
+
+  /// Renders one block and moves the transport on.
+  void render(const AudioBlock& block);
+
+  /// Samples; known after the first block.
+  int latency() const noexcept { return host.latencySamples(); }
+
+  double longestDelaySeconds() const { return effect.longestDelayInUse(); }
+
+ private:
+  const TransportSettings transport;
+  OfflineHost host;
+  GestureEditor editor;
+  Orvantesco effect;
+};
+
+}  // namespace orvantesco::cli
