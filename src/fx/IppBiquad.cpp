@@ -24,7 +24,7 @@ constexpr double kLargestGain = 10.0;
 
 IppBiquad::IppBiquad(bool isRight, int filterMode, int filterStages, double driveDb)
     : QLMFilter(isRight),
-      stages(std::clamp(filterStages, 1, IirFilter::kMaxSections)),
+      stages(std::clamp(filterStages, 1, BiquadCascade::kMaxSections)),
       maxDriveDb(static_cast<float>(driveDb)),
       slopeControl(filterMode == kSlopeFilter) {
   qOffset = 1.45;
@@ -34,7 +34,8 @@ IppBiquad::IppBiquad(bool isRight, int filterMode, int filterStages, double driv
 
 void IppBiquad::reset() noexcept {
   QLMFilter::reset();
-  filter.clear();
+  cascade.clear();
+  direct.clear();
   controlDirty = true;
 }
 
@@ -85,13 +86,18 @@ void IppBiquad::setMode(int newMode) noexcept {
   if (newMode == kVowelFilter) enterVowelMode();
 }
 
+bool IppBiquad::isDirect() const noexcept {
+  return traits.formula == Formula::chebyshevLowpass ||
+         traits.formula == Formula::chebyshevHighpass;
+}
+
 void IppBiquad::enterVowelMode() noexcept {
   selectVowelSet(0);
   gain = kVowelGain;
 }
 
 void IppBiquad::setStageCount(int count) noexcept {
-  const int held = std::clamp(count, 1, IirFilter::kMaxSections);
+  const int held = std::clamp(count, 1, BiquadCascade::kMaxSections);
   if (held == stages) return;
   stages = held;
   reset();
@@ -172,7 +178,11 @@ void IppBiquad::processBlock() noexcept {
   if (mode == kFilterOff) return;
   const bool isControlTick = everyNthBlock(2);
   if (isControlTick || controlDirty) updateControls();
-  filter.process(input, output, blockSize);
+  if (isDirect()) {
+    direct.process(input, output, blockSize);
+  } else {
+    cascade.process(input, output);
+  }
   if (hasOutputGain()) vecMulConstInPlace(gainBehind(), output, blockSize);
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "fx/BiquadDesign.h"
-#include "fx/DirectDesign.h"
-#include "fx/IirFilter.h"
+#include "fx/BiquadCascade.h"
+#include "fx/DirectFilter.h"
 #include "fx/QLMFilter.h"
 
 namespace orvantesco {
@@ -65,6 +64,7 @@ class IppBiquad : public QLMFilter {
   };
   ModeTraits traitsOf(int filterMode) const noexcept;
 
+  bool isDirect() const noexcept;
   void enterVowelMode() noexcept;
   void setSlopeOrResonance(double value) noexcept;
   void setGainOrMode(double value) noexcept;
@@ -90,7 +90,8 @@ class IppBiquad : public QLMFilter {
 
   float outputGain = 1.0F;
 
-  IirFilter filter;
+  BiquadCascade cascade;
+  DirectFilter direct;
 };
 
 }  // namespace orvantesco

@@ -61,9 +61,8 @@ void IppBiquad::redesign() noexcept {
 
 void IppBiquad::designSections() noexcept {
   const SectionShape shape = shapeSection(cutoffNow, qScale * resonanceNow + qOffset);
-  BiquadSection sections[IirFilter::kMaxSections];
-  std::fill_n(sections, stages, section(shape));
-  filter.designCascade(sections, stages);
+  const BiquadSection equal = section(shape);
+  cascade.design(&equal, 1, stages);
 }
 
 // One peak for each formant; sine and cosine as they are, and a fixed width.
@@ -72,19 +71,18 @@ void IppBiquad::designVowel() noexcept {
   const auto amount = static_cast<double>(dim);
   outputGain = static_cast<float>(amount / gainOfDb(db) + (1.0 - amount));
   const Vowel vowel = vowelAt(cutoffNow);
-  BiquadSection sections[IirFilter::kMaxSections];
-  for (int i = 0; i < stages; ++i) {
-    const double hz = vowel.formantHz[i % kFormantCount];
-    const double omega = 2.0 * std::numbers::pi * hz * inverseSampleRate;
+  BiquadSection sections[kFormantCount];
+  for (int i = 0; i < kFormantCount; ++i) {
+    const double omega = 2.0 * std::numbers::pi * vowel.formantHz[i] * inverseSampleRate;
     sections[i] = peakSection({std::cos(omega), std::sin(omega) * 0.1}, gainOfDb(db * 0.5));
   }
-  filter.designCascade(sections, stages);
+  cascade.design(sections, kFormantCount, stages);
 }
 
 void IppBiquad::designChebyshev(FilterBand band) noexcept {
   const double rippleDb = (resonanceNow * 14.0 + 1.0) * sweepDamping;
   const DirectDesign design{kChebyshev1, band, stages, holdCorner(cutoffNow), rippleDb};
-  filter.designDirect(design);
+  direct.design(design);
 }
 
 BiquadSection IppBiquad::section(const SectionShape& shape) noexcept {

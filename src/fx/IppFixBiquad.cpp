@@ -33,7 +33,7 @@ bool IppFixBiquad::redesign(int fixedDesign, int newOrder, double frequency) noe
   design.order = std::clamp(newOrder, 1, kIirMaxOrder);
   design.corner = frequency;
   design.rippleDb = kRippleDb;
-  if (!filter.designDirect(design)) return false;
+  if (!filter.design(design)) return false;
   if (design.order != order) filter.clear();
   order = design.order;
   return true;
@@ -64,7 +64,7 @@ void IppFixBiquad::filterInPlace(double* buffer, int n) noexcept {
 void IppFixBiquad::filterPairInPlace(IppFixBiquad& left, double* leftBuffer, IppFixBiquad& right,
                                      double* rightBuffer, int n) noexcept {
   if (n < 1) return;
-  IirFilter::processPair(left.filter, leftBuffer, right.filter, rightBuffer, n);
+  DirectFilter::processPair(left.filter, leftBuffer, right.filter, rightBuffer, n);
   left.dropRunaway(leftBuffer, n);
   right.dropRunaway(rightBuffer, n);
 }

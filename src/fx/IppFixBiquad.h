@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fx/IirFilter.h"
+#include "fx/DirectFilter.h"
 #include "fx/QLMFilter.h"
 
 namespace orvantesco {
@@ -32,7 +32,7 @@ class IppFixBiquad : public QLMFilter {
   void dropRunaway(double* buffer, int n) noexcept;
 
   int order = 4;
-  IirFilter filter;
+  DirectFilter filter;
 };
 
 }  // namespace orvantesco

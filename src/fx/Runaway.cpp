@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "fx/Lanes.h"
+
 namespace orvantesco {
 
 bool isSaneSpan(const double* values, int n) noexcept {
@@ -12,14 +14,19 @@ bool isSaneSpan(const double* values, int n) noexcept {
 // Where the sum of all magnitudes is within the limit, so is each of them; and a NaN or an infinity
 // stays in a sum. Eight partial sums keep the additions independent of each other.
 bool isSaneVector(const double* vector) noexcept {
-  constexpr int kLanes = 8;
-  double sums[kLanes] = {};
-  for (int i = 0; i < kVectorLength; i += kLanes) {
-    for (int lane = 0; lane < kLanes; ++lane) sums[lane] += std::fabs(vector[i + lane]);
+  const auto at = [vector](int i) { return magnitudes(loadLanes(vector + i)); };
+  Lanes a = at(0);
+  Lanes b = at(2);
+  Lanes c = at(4);
+  Lanes d = at(6);
+  for (int i = 8; i < kVectorLength; i += 8) {
+    a += at(i);
+    b += at(i + 2);
+    c += at(i + 4);
+    d += at(i + 6);
   }
-  double total = 0.0;
-  for (double sum : sums) total += sum;
-  return isSane(total) || std::all_of(vector, vector + kVectorLength, isSane);
+  const Lanes total = (a + b) + (c + d);
+  return isSane(total[0] + total[1]) || std::all_of(vector, vector + kVectorLength, isSane);
 }
 
 }  // namespace orvantesco

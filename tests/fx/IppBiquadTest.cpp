@@ -105,7 +105,8 @@ TEST(IppBiquad, aNegativeCutoffStopsAtTheCornerFloor) {
   recipe.mode = 3;
   recipe.cutoff = 0.0;
   recipe.spread = -1.0;
-  EXPECT_LT(againstModel(recipe, noise(300)), 1e-12);
+  // At 9 Hz even the plain recursion is a few 1e-12 beside the exact one.
+  EXPECT_LT(againstModel(recipe, noise(300)), 1e-11);
   RecipeFilter filter(recipe);
   EXPECT_NEAR(responseDb(filter, 1000.0), 0.0, 0.01);
 }
