@@ -41,7 +41,7 @@ class AudioReader {
   void spread(double* const* buffers, int got, int count);
 
   struct Close {
-    void operator()(SNDFILE* file) const { sf_close(file); }
+    void operator()(SNDFILE* open) const { sf_close(open); }
   };
 
   std::string name;
