@@ -24,7 +24,8 @@ namespace kernels {
 /// The checks that all vector operations share, null before length.
 template <class... Pointee>
 [[gnu::always_inline]] constexpr int checkArguments(int n, const Pointee*... pointers) noexcept {
-  if (((pointers == nullptr) || ...)) return kErrorNull;
+  const bool anyNull = (false || ... || (pointers == nullptr));
+  if (anyNull) return kErrorNull;
   return n < 1 ? kErrorLength : kStatusOk;
 }
 
