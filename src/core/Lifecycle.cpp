@@ -93,6 +93,7 @@ void Orvantesco::attachInputs(int mainInputs, bool sideChain) {
 void Orvantesco::connectInputs(int mainInputs, bool sideChain) {
   attachInputs(mainInputs, sideChain);
   for (int slot = 0; slot < kSlots; ++slot) OnParamChange(kInput + slot);
+  for (int envelope = 0; envelope < numEnvelopes; ++envelope) OnParamChange(kEnvSource + envelope);
 }
 
 void Orvantesco::InitForSampleRate(bool force) {

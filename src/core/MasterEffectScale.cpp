@@ -18,7 +18,7 @@ using Scale = MasterFxValue (*)(double x);
 /// One knob: how it is labelled and how it is scaled.
 struct Knob {
   MasterFxStyle style;
-  Scale scale;
+  Scale scale = nullptr;
 };
 
 MasterFxValue percent(double x) { return {100.0 * x, x}; }

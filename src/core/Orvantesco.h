@@ -74,7 +74,7 @@ class Orvantesco : public IPlugAAX {
   /// Buffers may be shared between inputs and outputs.
   void ProcessDoubleReplacing(double** inputs, double** outputs, int nFrames) override;
 
-  /// Tells which inputs the host connects and takes the slots' inputs anew. The audio thread must
+  /// Tells which inputs the host connects and takes the inputs of slots and envelopes anew. The audio thread must
   /// be out of the object.
   void connectInputs(int mainInputs, bool sideChain);
 

@@ -28,7 +28,8 @@ class FamilyIndex {
  private:
   void enter(const DispatchFamily& family) noexcept {
     for (int member = 0; member < family.count; ++member) {
-      families[static_cast<std::size_t>(family.base + member)] = &family;
+      const int index = family.base + member;
+      families[static_cast<std::size_t>(index)] = &family;
     }
   }
 

@@ -103,10 +103,10 @@ class TypeChange {
   void renameTapSelectors() {
     for (const int selector : {kTapFxParam1 + slot(), kTapFxParam2 + slot()}) {
       for (int p = 0; p < kEffectParams; ++p) {
-        const bool none = typeId == kNoEffect;
-        const auto entry = static_cast<std::size_t>(p + 1);
+        const int entry = p + 1;
+        const char* plainName = TapFxParamLabels[static_cast<std::size_t>(entry)];
         change.param(selector).replaceDisplayText(
-            p + 1, none ? TapFxParamLabels[entry] : fxParameter(typeId, p).name);
+            entry, typeId == kNoEffect ? plainName : fxParameter(typeId, p).name);
       }
       if (change.touched()) change.moveKnob(selector, 0.0);
       if (!change.bulk()) change.dispatch(selector);

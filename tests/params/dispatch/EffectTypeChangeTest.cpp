@@ -27,29 +27,29 @@ TEST_F(EffectTypeChangeTest, HostAutomationChangesNoEffect) {
 }
 
 TEST_F(EffectTypeChangeTest, AGestureAtTheSelectorDoesAndIsTakenOnce) {
-  chooseEffect(0, menuEntryOf(33));
-  EXPECT_EQ(probe.position(0).type, 33);
+  chooseEffect(0, menuEntryOf(31));
+  EXPECT_EQ(probe.position(0).type, 31);
   EXPECT_TRUE(editor.saw("lowerCommitFlag 0"));
   set(kFxTypePre, menuEntryOf(56));
-  EXPECT_EQ(probe.position(0).type, 33) << "the gesture is over";
+  EXPECT_EQ(probe.position(0).type, 31) << "the gesture is over";
 }
 
 TEST_F(EffectTypeChangeTest, BulkOperationsDo) {
   {
     const auto bulk = probe.restoringState();
-    set(kFxTypePre + 1, menuEntryOf(33));
+    set(kFxTypePre + 1, menuEntryOf(31));
   }
   {
     const auto bulk = probe.loadingPreset();
-    set(kFxTypePre + 2, menuEntryOf(33));
+    set(kFxTypePre + 2, menuEntryOf(31));
   }
-  EXPECT_EQ(probe.position(1).type, 33);
-  EXPECT_EQ(probe.position(2).type, 33);
+  EXPECT_EQ(probe.position(1).type, 31);
+  EXPECT_EQ(probe.position(2).type, 31);
 }
 
 TEST_F(EffectTypeChangeTest, AutomationDuringABulkOperationOfAnotherThreadDoesNot) {
   const auto bulk = probe.restoringState();
-  std::thread([&] { set(kFxTypePre, menuEntryOf(33)); }).join();
+  std::thread([&] { set(kFxTypePre, menuEntryOf(31)); }).join();
   EXPECT_EQ(probe.position(0).type, 0);
 }
 
@@ -76,12 +76,12 @@ TEST_F(EffectTypeChangeTest, BeyondTheListTheTypeStaysAndTheBankShowsIt) {
 }
 
 TEST_F(EffectTypeChangeTest, APairBeforeAndWithinTheDelayAndSixteenBehindIt) {
-  ASSERT_TRUE(effectExists(33));
-  chooseEffect(0, menuEntryOf(33));
+  ASSERT_TRUE(effectExists(31));
+  chooseEffect(0, menuEntryOf(31));
   chooseEffect(4, effectListIndex(EffectStage::feedback, 32));
-  chooseEffect(8, menuEntryOf(33));
+  chooseEffect(8, menuEntryOf(31));
   ASSERT_NE(running(0), nullptr);
-  EXPECT_EQ(running(0)->typeId, 33);
+  EXPECT_EQ(running(0)->typeId, 31);
   EXPECT_EQ(running(0)->list.size(), 2u);
   EXPECT_EQ(running(4)->list.size(), 2u);
   EXPECT_EQ(running(8)->list.size(), 32u);
@@ -96,7 +96,7 @@ TEST_F(EffectTypeChangeTest, NewInstancesAreCompleteBeforeTheyAreSeen) {
     const auto bulk = probe.restoringState();
     set(fxParamIndex(4, FxParamKind::value, 0), 25.0);
     set(fxParamIndex(1, FxParamKind::modSource, 0), 3);
-    set(kFxTypePre, menuEntryOf(33));
+    set(kFxTypePre, menuEntryOf(31));
   }
   probe.effectRequests(0);  // nothing but the hand-over itself
   const EffectInstances* instances = running(0);
@@ -110,14 +110,14 @@ TEST_F(EffectTypeChangeTest, NewInstancesAreCompleteBeforeTheyAreSeen) {
 }
 
 TEST_F(EffectTypeChangeTest, WhatChangesBehindTheHandOverReachesTheNewInstances) {
-  chooseEffect(0, menuEntryOf(33));
+  chooseEffect(0, menuEntryOf(31));
   set(fxParamIndex(4, FxParamKind::value, 0), 40.0);
   const EffectInstances* instances = running(0);
   for (const auto& instance : instances->list) EXPECT_DOUBLE_EQ(instance->wetShare(), 0.4);
 }
 
 TEST_F(EffectTypeChangeTest, TheSwitchReachesAllInstancesBehindTheDelay) {
-  chooseEffect(8, menuEntryOf(33));
+  chooseEffect(8, menuEntryOf(31));
   for (const auto& instance : running(8)->list) EXPECT_TRUE(instance->isBypassed());
   set(kFxOnPost, 1);
   for (const auto& instance : running(8)->list) EXPECT_FALSE(instance->isBypassed());
@@ -129,8 +129,8 @@ TEST_F(EffectTypeChangeTest, APersonsChoiceStartsFromTheTypesOwnSettings) {
     set(fxParamIndex(p, FxParamKind::modDepth, 2), 50.0);
     set(fxParamIndex(p, FxParamKind::modSource, 2), 1);
   }
-  chooseEffect(2, menuEntryOf(33));
-  const std::vector<double> defaults{0.5, 0.0, 0.5, 0.5, 1.0};
+  chooseEffect(2, menuEntryOf(31));
+  const std::vector<double> defaults{0.5, 0.0, 0.5, 0.0, 1.0};
   for (int p = 0; p < 5; ++p) {
     const auto cell = static_cast<std::size_t>(p);
     EXPECT_DOUBLE_EQ(valueOf(fxParamIndex(p, FxParamKind::value, 2)), 100.0 * defaults[cell]);
@@ -147,7 +147,7 @@ TEST_F(EffectTypeChangeTest, ABulkOperationKeepsTheSettings) {
   set(fxParamIndex(0, FxParamKind::modDepth, 2), 50.0);
   set(fxParamIndex(0, FxParamKind::modSource, 2), 1);
   const auto bulk = probe.loadingPreset();
-  set(kFxTypePre + 2, menuEntryOf(33));
+  set(kFxTypePre + 2, menuEntryOf(31));
   EXPECT_DOUBLE_EQ(probe.position(2).value[0], 0.99);
   EXPECT_DOUBLE_EQ(probe.position(2).depth[0], 0.125);
   EXPECT_NE(probe.position(2).source[0], nullptr);
@@ -183,13 +183,13 @@ TEST_F(EffectTypeChangeTest, TheUsersHandOnThePostSelectorTakesTheRowsOff) {
   set(kTapFxParam1 + 1, 2);
   set(kTapFxParam2 + 1, 3);
   rig.effect.touchParameter(kFxTypePost + 1);
-  chooseEffect(9, menuEntryOf(33));
+  chooseEffect(9, menuEntryOf(31));
   EXPECT_EQ(probe.taps(1).fxParam[0], 0);
   EXPECT_EQ(probe.taps(1).fxParam[1], 0);
 }
 
 TEST_F(EffectTypeChangeTest, TheStageIsFreeAgainBehindAChange) {
-  chooseEffect(8, menuEntryOf(33));
+  chooseEffect(8, menuEntryOf(31));
   for (int stage = 0; stage < 3; ++stage) EXPECT_FALSE(probe.stageIsBusy(stage));
 }
 
@@ -206,12 +206,12 @@ class BusyWatcher : public EditorPort {
 TEST_F(EffectTypeChangeTest, TheStageIsBusyDuringAChange) {
   BusyWatcher watcher(probe);
   rig.effect.setEditor(&watcher);
-  set(kFxTypePost, menuEntryOf(33));
+  set(kFxTypePost, menuEntryOf(31));
   EXPECT_TRUE(watcher.wasBusy);
 }
 
 TEST_F(EffectTypeChangeTest, RowsDriveThePostEffectPerTapInTappedModeOnly) {
-  chooseEffect(8, menuEntryOf(33));
+  chooseEffect(8, menuEntryOf(31));
   set(fxParamIndex(4, FxParamKind::value, 8), 80.0);
   set(kTapFxParam1, 5);
   for (int step = 0; step < 16; ++step) set(tapStepIndex(kTapStepFxP1, 0, step), 5.0 * step);
@@ -237,7 +237,7 @@ TEST_F(EffectTypeChangeTest, RowsDriveThePostEffectPerTapInTappedModeOnly) {
 }
 
 TEST_F(EffectTypeChangeTest, ADrivenParameterIsModulatedOnlyWhereItsTapMay) {
-  chooseEffect(8, menuEntryOf(33));
+  chooseEffect(8, menuEntryOf(31));
   probe.taps(0).stepModMask[1] = 0x0002;
   set(kDelayMode, 3);
   set(kTapFxParam2, 1);

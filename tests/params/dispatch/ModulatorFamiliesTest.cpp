@@ -114,6 +114,9 @@ TEST_F(ModulatorFamiliesTest, EnvelopesOfAMonoMainInputListenToTheLeft) {
     set(kEnvSource, source);
     EXPECT_EQ(probe.modulators().envelope[0].source, source < 3 ? 1 : source);
   }
+  set(kEnvSource, 2);
+  rig.effect.connectInputs(2, false);
+  EXPECT_EQ(probe.modulators().envelope[0].source, 2) << "the right input is back";
 }
 
 TEST_F(ModulatorFamiliesTest, LogicWords) {

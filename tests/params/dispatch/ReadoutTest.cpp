@@ -229,13 +229,21 @@ TEST_F(ReadoutTest, DriveModesOfTheMasterEffect) {
 
 TEST_F(ReadoutTest, SwitchesAndMenusHaveNone) {
   for (const int paramIdx :
-       {0,   4,   8,   12,  28,  36,   52,   296,  308,  312,  316,  320,  324,  328, 332, 376,
-        736, 740, 760, 772, 824, 832,  840,  844,  856,  860,  872,  888,  892,  896, 900, 904,
+       {0,   4,   8,   12,  28,  36,   52,   296,  308,  312,  316,  320,  324,  328, 332,
+        376, 736, 740, 772, 824, 832,  840,  856,  860,  872,  888,  892,  896,  900, 904,
         916, 920, 988, 990, 992, 1010, 1012, 1016, 1024, 1052, 1053, 1069, 1093, 1094}) {
     editor.clear();
     move(paramIdx, 1.0);
     EXPECT_EQ(readout(), "") << "parameter " << paramIdx;
   }
+}
+
+TEST_F(ReadoutTest, LinkAndSyncShowTheTimeThatTheyMove) {
+  move(kDelayLRLink, 1);
+  EXPECT_EQ(readout(), "DELAY TIME LEFT|4|/8");
+  set(kLfoRate, 0.5);
+  move(kLfoSync, 1);
+  EXPECT_EQ(readout(), "LFO RATE|1/1|");
 }
 
 TEST_F(ReadoutTest, OnlyTheTouchedParameterHasOne) {
