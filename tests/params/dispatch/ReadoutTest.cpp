@@ -240,7 +240,7 @@ TEST_F(ReadoutTest, SwitchesAndMenusHaveNone) {
 
 TEST_F(ReadoutTest, LinkAndSyncShowTheTimeThatTheyMove) {
   move(kDelayLRLink, 1);
-  EXPECT_EQ(readout(), "DELAY TIME LEFT|4|/8");
+  EXPECT_EQ(readout(), "DELAY TIME LEFT|4|/16");
   set(kLfoRate, 0.5);
   move(kLfoSync, 1);
   EXPECT_EQ(readout(), "LFO RATE|1/1|");
