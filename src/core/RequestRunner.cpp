@@ -55,9 +55,10 @@ void Orvantesco::carryOutSlotRequests(Slot& slot) noexcept {
       if (bits & kTakeDelaySettings) takeDelaySettings(controls.delay, delay);
       if (bits & kTakeDelayMode) delay.setDelayMode(static_cast<int>(controls.delay.mode.get()));
       if (bits & kResetDelays) delay.reset();
-      if (bits & kSnapTapGlide) delay.snapTapGlide();
     }
     if (bits & kTakeDelayMode) slot.modeNow = controls.delay.mode;
+    if (bits & kSnapTapGlideLeft) slot.delay[0].snapTapGlide();
+    if (bits & kSnapTapGlideRight) slot.delay[1].snapTapGlide();
     if (bits & kClearTapMemoryLeft) slot.delay[0].clearTapMemory();
     if (bits & kClearTapMemoryRight) slot.delay[1].clearTapMemory();
     if (bits & kClearFeedback) clear(slot.feedbackVec);

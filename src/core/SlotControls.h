@@ -144,9 +144,11 @@ enum SlotRequest : unsigned {
   kTakeDelayMode = 1u << 4,       ///< both delays take `delay.mode`, which resets them
   kClearTapMemoryLeft = 1u << 5,  ///< clear the all-pass memory of the left delay
   kClearTapMemoryRight = 1u << 6,
-  kSnapTapGlide = 1u << 7,       ///< the next read jumps to its time
-  kTakeDelaySettings = 1u << 8,  ///< hand filters, grain and reverse settings to both delays
-  kTakeDelaySources = 1u << 9,   ///< hand the five modulation sources to both delays
+  kSnapTapGlideLeft = 1u << 7,  ///< the next read of the left delay jumps to its time
+  kSnapTapGlideRight = 1u << 8,
+  kSnapTapGlide = kSnapTapGlideLeft | kSnapTapGlideRight,
+  kTakeDelaySettings = 1u << 9,  ///< hand filters, grain and reverse settings to both delays
+  kTakeDelaySources = 1u << 10,  ///< hand the five modulation sources to both delays
 };
 
 }  // namespace orvantesco

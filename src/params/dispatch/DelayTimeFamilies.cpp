@@ -43,21 +43,23 @@ void timebase(ParamDispatch& change) {
   change.editor().refreshSlot(change.member);
 }
 
-void takeFactor(ParamDispatch& change, unsigned tapMemory, int otherSide) {
+/// The side jumps to its new time. The other one is left alone: a jump starts the memory of the
+/// interpolation anew, which would be heard as a click.
+void takeFactor(ParamDispatch& change, unsigned jumpOfSide, int otherSide) {
   const int base = change.controls().delay.timebase;
   change.unit = kTimebaseShort[static_cast<std::size_t>(base)];
-  change.slot().requests.post(tapMemory | kSnapTapGlide);
+  change.slot().requests.post(jumpOfSide);
   moveLinkedSide(change, otherSide + change.member);
 }
 
 void factorL(ParamDispatch& change) {
   change.controls().delay.factorL = change.value;
-  takeFactor(change, kClearTapMemoryLeft, kDelayFactorR);
+  takeFactor(change, kClearTapMemoryLeft | kSnapTapGlideLeft, kDelayFactorR);
 }
 
 void factorR(ParamDispatch& change) {
   change.controls().delay.factorR = change.value;
-  takeFactor(change, kClearTapMemoryRight, kDelayFactorL);
+  takeFactor(change, kClearTapMemoryRight | kSnapTapGlideRight, kDelayFactorL);
 }
 
 double takeTime(ParamDispatch& change, int otherSide) {

@@ -13,10 +13,10 @@ TEST_F(DelayTimeFamiliesTest, TimesAreSecondsFactorsStayWhatTheyAre) {
   EXPECT_EQ(probe.slotRequests(0), 0u);
   set(kDelayFactorL, 3);
   EXPECT_DOUBLE_EQ(probe.delay(0).factorL, 3.0);
-  EXPECT_EQ(probe.slotRequests(0), kClearTapMemoryLeft | kSnapTapGlide);
+  EXPECT_EQ(probe.slotRequests(0), kClearTapMemoryLeft | kSnapTapGlideLeft);
   set(kDelayFactorR, 16);
   EXPECT_DOUBLE_EQ(probe.delay(0).factorR, 16.0);
-  EXPECT_EQ(probe.slotRequests(0), kClearTapMemoryRight | kSnapTapGlide);
+  EXPECT_EQ(probe.slotRequests(0), kClearTapMemoryRight | kSnapTapGlideRight);
 }
 
 TEST_F(DelayTimeFamiliesTest, ATimebaseOfNotesTakesBothFactorsAnew) {
