@@ -80,8 +80,7 @@ Block DelayModel::read(double delaySamples, int tap) {
 
 Block DelayModel::readTap(double target, int tap) {
   Glide& glide = tapGlide[static_cast<size_t>(tap)];
-  Block delay{};
-  for (double& d : delay) d = glide.tick(target);
+  Block delay = glide.ramp(target);
   if (std::abs(glide.y - target) <= 1e-9 * target) {
     glide.y = target;
     delay.fill(target);

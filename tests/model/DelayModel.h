@@ -41,6 +41,7 @@ class DelayModel {
   Block readGrain(double delaySamples);
   double grainSample() const;
   void startGrain(double delaySamples, double size, int i);
+  void followGrainSize(const Block& sizes, double target);
   void updateGrainFade(double size);
 
   Rates rates;
@@ -69,7 +70,8 @@ class DelayModel {
   double grainRate = 1.0;
   double grainStart = 0.0;  ///< 0: at the delay time, 1: at the newest material
   double grainFadeMs = 0.0;
-  double grainFadeSamples = 1.0;
+  double grainFadeSamples = 0.0;
+  double grainFadeMadeFor = 0.0;
   double grainCount = 0.0;
   double grainPos = 0.0;
   double grainOldPos = 0.0;

@@ -59,7 +59,17 @@ Block DelayModel::readReverse(double delaySamples) {
   return out;
 }
 
+/// While the size glides, the fade follows it in steps of whole samples; at rest, a fade that was
+/// made for another size is made anew, so that "automatic" is a fifth of the grain in the end.
+void DelayModel::followGrainSize(const Block& sizes, double target) {
+  if (std::floor(sizes[0]) != std::floor(sizes[1])) return updateGrainFade(sizes[0]);
+  const bool rests = std::abs(sizes[0] - target) <= 1e-9 * target;
+  const bool stale = std::abs(grainFadeMadeFor - target) > 0.1 * target;
+  if (rests && (stale || grainFadeSamples > target)) updateGrainFade(target);
+}
+
 void DelayModel::updateGrainFade(double size) {
+  grainFadeMadeFor = size;
   grainFadeSamples = grainFadeMs == 0.0 ? std::min(size * 0.2, std::floor(rates.clamped * 0.05))
                                         : std::min(rates.clamped * 0.001 * grainFadeMs, size);
 }
@@ -88,7 +98,7 @@ Block DelayModel::readGrain(double delaySamples) {
   const double size = rates.clamped * 0.001 * grainSizeMs * 0.995;
   Block ramp{};
   for (double& s : ramp) s = grainSizeGlide.tick(size);
-  if (std::floor(ramp[0]) != std::floor(ramp[1])) updateGrainFade(ramp[0]);
+  followGrainSize(ramp, size);
   Block out{};
   for (int i = 0; i < kStep; ++i) {
     grainPos = wrapped(grainPos + grainRate, length);

@@ -43,6 +43,20 @@ struct Glide {
     y = a * y + (1.0 - a) * x;
     return y;
   }
+  /// A step's worth of ticks towards one x, in closed form: summed up tick by tick, a delay time
+  /// would be rounded often enough for the difference to be heard by a comparison to 1e-9.
+  Block ramp(double x) {
+    Block out{};
+    double power = 1.0;
+    double sum = 0.0;
+    for (double& value : out) {
+      sum += power;
+      power *= a;
+      value = power * y + (1.0 - a) * x * sum;
+    }
+    y = out.back();
+    return out;
+  }
 };
 
 /// Gain of a level in dB; the bottom of a level's range is silence.
