@@ -165,6 +165,8 @@ TEST(IppBiquad, theSlopeStaysParameterOneInWhateverModeFollows) {
     EXPECT_EQ(filter.stageCount(), 4);
     filter.setParam(1, 0.5);  // half to even: 3 stages
     EXPECT_EQ(filter.stageCount(), 3);
+    filter.setParam(1, 2.5 / 3.0);
+    EXPECT_EQ(filter.stageCount(), 3);
     filter.setParam(1, 0.0);
     EXPECT_EQ(filter.stageCount(), 1);
   }
@@ -297,6 +299,20 @@ TEST(IppBiquad, theCornerNeverPassesItsCeiling) {
   RecipeFilter filter(recipe);
   // 20000/44100 of 32000 Hz is 14512.5 Hz: there a low-pass of width 1.45 has -2.79 dB.
   EXPECT_NEAR(responseDb(filter, 32000.0 * 20000.0 / 44100.0), 20.0 * std::log10(0.725), 0.01);
+}
+
+TEST(IppBiquad, theSteepModesKeepTheirRippleEdgeAtTheCeilingAndTheFloor) {
+  ScopedRate scope(32000.0);
+  FilterRecipe recipe;
+  recipe.mode = 16;
+  recipe.cutoff = 1.0;
+  RecipeFilter highest(recipe);
+  EXPECT_NEAR(responseDb(highest, 32000.0 * 20000.0 / 44100.0), -1.0, 0.01);
+  recipe.mode = 19;
+  recipe.cutoff = 0.0;
+  recipe.spread = -1.0;
+  RecipeFilter lowest(recipe);
+  EXPECT_NEAR(responseDb(lowest, 32000.0 * 0.0002, 4000, 20000), -1.0, 0.02);
 }
 
 TEST(IppBiquad, aDirectFrequencyReplacesTheKnob) {
