@@ -133,8 +133,7 @@ void Orvantesco::prepareBuses() noexcept {
   vecMulConst(buses.inR.data(), dryGain, buses.dry.right.data(), kVectorLength);
   vecAddConstInPlace(kAntiDenormal, buses.inL.data(), kVectorLength);
   vecAddConstInPlace(kAntiDenormal, buses.inR.data(), kVectorLength);
-  IppFixBiquad::filterPairInPlace(inputFilterL, buses.inL.data(), inputFilterR, buses.inR.data(),
-                                  kVectorLength);
+  IppFixBiquad::filterPairInPlace(inputFilterL, buses.inL.data(), inputFilterR, buses.inR.data());
   vecAdd(buses.inL.data(), buses.inR.data(), buses.inMono.data(), kVectorLength);
 }
 

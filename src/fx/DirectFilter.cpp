@@ -35,16 +35,17 @@ void DirectFilter::process(const double* in, double* out, int n) noexcept {
   flushDenormal();
 }
 
-void DirectFilter::processPair(DirectFilter& first, double* firstInOut, DirectFilter& second,
-                               double* secondInOut, int n) noexcept {
-  if (first.state == nullptr || second.state == nullptr) {
-    first.process(firstInOut, firstInOut, n);
-    second.process(secondInOut, secondInOut, n);
+void DirectFilter::processPair(Channel first, Channel second, int n) noexcept {
+  DirectFilter& a = first.filter;
+  DirectFilter& b = second.filter;
+  if (a.state == nullptr || b.state == nullptr) {
+    a.process(first.buffer, first.buffer, n);
+    b.process(second.buffer, second.buffer, n);
     return;
   }
-  iirFilterPair(firstInOut, first.state, secondInOut, second.state, n);
-  first.flushDenormal();
-  second.flushDenormal();
+  iirFilterPair(first.buffer, a.state, second.buffer, b.state, n);
+  a.flushDenormal();
+  b.flushDenormal();
 }
 
 // What lies below the rounding of 1e-15 vanishes. The first element of the memory is the one that

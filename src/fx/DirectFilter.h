@@ -25,9 +25,14 @@ class DirectFilter {
 
   /// n samples; `out` may be `in`.
   void process(const double* in, double* out, int n) noexcept;
-  /// Two filters of one order side by side, in place: their chains of latencies overlap.
-  static void processPair(DirectFilter& first, double* firstInOut, DirectFilter& second,
-                          double* secondInOut, int n) noexcept;
+  /// A filter and the samples it works on, in place.
+  struct Channel {
+    DirectFilter& filter;
+    double* buffer;
+  };
+  /// n samples through each of two filters, side by side: with filters of one order their chains
+  /// of latencies overlap.
+  static void processPair(Channel first, Channel second, int n) noexcept;
 
  private:
   struct Release {

@@ -62,11 +62,10 @@ void IppFixBiquad::filterInPlace(double* buffer, int n) noexcept {
 }
 
 void IppFixBiquad::filterPairInPlace(IppFixBiquad& left, double* leftBuffer, IppFixBiquad& right,
-                                     double* rightBuffer, int n) noexcept {
-  if (n < 1) return;
-  DirectFilter::processPair(left.filter, leftBuffer, right.filter, rightBuffer, n);
-  left.dropRunaway(leftBuffer, n);
-  right.dropRunaway(rightBuffer, n);
+                                     double* rightBuffer) noexcept {
+  DirectFilter::processPair({left.filter, leftBuffer}, {right.filter, rightBuffer}, kVectorLength);
+  left.dropRunaway(leftBuffer, kVectorLength);
+  right.dropRunaway(rightBuffer, kVectorLength);
 }
 
 }  // namespace orvantesco

@@ -23,10 +23,10 @@ class IppFixBiquad : public QLMFilter {
 
   /// n samples of one channel. What runs away is cleared and silent.
   void filterInPlace(double* buffer, int n) noexcept;
-  /// Both channels of a pair of filters of one order, at little more than the price of one: the
-  /// same bits as two calls of `filterInPlace`.
+  /// One vector of each channel through a pair of filters of one order, at little more than the
+  /// price of one: the same bits as two calls of `filterInPlace`.
   static void filterPairInPlace(IppFixBiquad& left, double* leftBuffer, IppFixBiquad& right,
-                                double* rightBuffer, int n = kVectorLength) noexcept;
+                                double* rightBuffer) noexcept;
 
  private:
   void dropRunaway(double* buffer, int n) noexcept;

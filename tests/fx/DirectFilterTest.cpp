@@ -21,7 +21,7 @@ TEST(DirectFilter, passesBeforeItsFirstDesign) {
   const Signal in = noise(2);
   EXPECT_EQ(filtered(filter, in), in);
   Signal a = in, b = in;
-  DirectFilter::processPair(filter, a.data(), other, b.data(), 64);
+  DirectFilter::processPair({filter, a.data()}, {other, b.data()}, 64);
   EXPECT_EQ(a, in);
   EXPECT_EQ(b, in);
 }
