@@ -60,9 +60,9 @@ double cubicSaw(int entry) {
 }
 
 double steppedSine(int entry) {
-  constexpr int kSteps = 16;
+  constexpr int kSteps = 12;
   const auto wave = [](int step) { return std::sin(2.0 * kPi * (step + 0.5) / kSteps); };
-  return wave(stepOf(entry, kSteps)) / wave(kSteps / 4);
+  return std::clamp(wave(stepOf(entry, kSteps)) / wave(kSteps / 4), -1.0, 1.0);
 }
 
 double ramp(int entry) { return 2.0 * way(entry) - 1.0; }

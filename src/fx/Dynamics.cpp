@@ -77,7 +77,7 @@ double Dynamics::rms(const double* vector) noexcept {
   return std::sqrt(std::max(0.0, meanSquare - kOffset));
 }
 
-double Dynamics::follow(double levelBefore, double target) const noexcept {
+double Dynamics::nextLevel(double levelBefore, double target) const noexcept {
   const double moved = target < levelBefore ? levelBefore * releaseFactor
                                             : std::min(levelBefore * attackFactor, target);
   return std::max(moved, kLevelFloor);

@@ -33,7 +33,7 @@ class Dynamics : public DSPShell {
 
   /// Moves a level towards `target`: up by the attack's factor, but not past it, down by the
   /// release's, and never below the floor.
-  double follow(double levelBefore, double target) const noexcept;
+  double nextLevel(double levelBefore, double target) const noexcept;
 
   double meanSquare = 0.0;
   double level = 0.0;

@@ -32,8 +32,15 @@ void ArpGate::setGlide(double ms) noexcept {
   glide.setTime(kGlideFactor * ms);
 }
 
+void ArpGate::setStepsPerBeat(double steps) noexcept {
+  if (steps == stepsPerBeat) return;
+  stepsPerBeat = steps;
+  tempoTaken = -1.0;
+}
+
 void ArpGate::rateChanged() noexcept {
   DSPShell::rateChanged();
+  tempoTaken = -1.0;
   glide.rateChanged();
 }
 
@@ -78,7 +85,11 @@ void ArpGate::countClock() noexcept {
 }
 
 void ArpGate::countTime(double tempo) noexcept {
-  fraction += kVectorLength * stepsPerBeat * usable(tempo) / sampleRate / 60.0;
+  if (tempo != tempoTaken) {
+    tempoTaken = tempo;
+    stepsPerVector = kVectorLength * stepsPerBeat * usable(tempo) / sampleRate / 60.0;
+  }
+  fraction += stepsPerVector;
   // More than one step in a sub-block: the whole ones must not pile up.
   const double whole = std::trunc(fraction);
   counter += static_cast<int>(std::min<double>(whole, kLastCount));

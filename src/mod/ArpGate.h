@@ -28,7 +28,7 @@ class ArpGate : public DSPShell {
   void setLevel(int step, double level) noexcept { levels[static_cast<std::size_t>(step)] = level; }
   void setDirection(Direction way) noexcept { direction = way; }
   void setPolarity(Polarity polarity) noexcept;
-  void setStepsPerBeat(double steps) noexcept { stepsPerBeat = steps; }
+  void setStepsPerBeat(double steps) noexcept;
   /// A flag whose rising edge moves the step; null for the internal clock.
   void setClockSource(const unsigned char* flag) noexcept { clockSource = flag; }
   /// Locks the step to the song position.
@@ -67,6 +67,10 @@ class ArpGate : public DSPShell {
   double glideMs = -1.0;
   double offset = 0.0;
   double gain = 1.0;
+
+  // Derived.
+  double tempoTaken = -1.0;  ///< tempo that the next one belongs to, below 0 for none
+  double stepsPerVector = 0.0;
 
   // State.
   int counter = 0;

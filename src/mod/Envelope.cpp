@@ -63,9 +63,14 @@ void Envelope::clearMemories() noexcept {
   gatePhase = 0.0;
 }
 
+void Envelope::run(const double* source, double* vector) noexcept {
+  vecCopy(source, buffer, kVectorLength);
+  process(buffer, vector);
+}
+
 void Envelope::processBlock() noexcept {
-  // The source is a bus that others read: the filter writes elsewhere.
-  lowCut.process(const_cast<double*>(input), buffer);
+  if (input != buffer) vecCopy(input, buffer, kVectorLength);
+  lowCut.process(buffer, nullptr);
   highCut.process(buffer, nullptr);
   vecMulConstInPlace(gain, buffer, kVectorLength);
   detected = rms(buffer);
@@ -80,7 +85,7 @@ void Envelope::processBlock() noexcept {
 }
 
 double Envelope::followLevel() noexcept {
-  follower = follow(follower, detected);
+  follower = nextLevel(follower, detected);
   const double out = (follower - kLevelFloor) * kLevelScale * kFollowerScale;
   return linearOutput ? out : out / (out + kBend) * kBendScale;
 }

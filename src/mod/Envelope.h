@@ -32,6 +32,9 @@ class Envelope : public Dynamics {
   void clearMemories() noexcept override;
   void processBlock() noexcept override;
 
+  /// `process` for a source that others read too: it is not written.
+  void run(const double* source, double* vector) noexcept;
+
   /// The last value before the output's smoothing, with the depth.
   double value() const noexcept { return scalarOutput; }
   /// The last root mean square of the band: what the threshold is compared with.

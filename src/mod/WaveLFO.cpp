@@ -100,28 +100,67 @@ bool WaveLFO::advance(double inc, bool triggered, bool restart) noexcept {
   return true;
 }
 
-double WaveLFO::readWave() noexcept {
-  const int index = (static_cast<int>(std::min(phase, kLastEntry)) + phaseOffset) & kEntryMask;
-  lastWave = table[reverse ? kEntryMask - index : index] * swapSign;
-  return std::clamp(lastWave, -1.0, 1.0);
+int WaveLFO::entryAt(double position) const noexcept {
+  const int entry = (static_cast<int>(position) + phaseOffset) & kEntryMask;
+  return reverse ? kEntryMask - entry : entry;
 }
 
-void WaveLFO::process(double* out) noexcept {
-  if (table == nullptr) return;
-  const double inc = incrementNow();
-  const bool triggered = trigger != nullptr && *trigger != 0;
+/// The wave or the held levels through what may be a restart or the end of a cycle.
+void WaveLFO::turn(double inc, bool triggered, double* wave) noexcept {
   bool wrapped = false;
   for (int i = 0; i < kVectorLength; ++i) {
     // One restart for each vector, at its first sample, though the flag stays up throughout.
     wrapped |= advance(inc, triggered, triggered && !latch && i == 0);
     // Sample and hold draws for every sample behind a wrap; the last draw stands.
     if (sampleAndHold && wrapped) drawRandom();
-    const double y = sampleAndHold ? 2.0 * heldValue - 1.0 : readWave();
-    out[i] = y * scale + offset;
+    wave[i] = sampleAndHold ? 2.0 * heldValue - 1.0 : table[entryAt(std::min(phase, kLastEntry))];
   }
+}
+
+/// The same where the phase meets no end. The sum runs as in `turn`, so that the entries are the
+/// same ones; locals, since the vector might be the LFO's own memory for all the compiler knows.
+void WaveLFO::sweep(double inc, double* wave) noexcept {
+  double position = phase;
+  for (int i = 0; i < kVectorLength; ++i) {
+    position += inc;
+    wave[i] = position;
+  }
+  phase = position;
+  if (sampleAndHold) {
+    vecSet(2.0 * heldValue - 1.0, wave, kVectorLength);
+    return;
+  }
+  const double* const values = table;
+  const int shift = phaseOffset;
+  const int flip = reverse ? kEntryMask : 0;
+  for (int i = 0; i < kVectorLength; ++i) {
+    wave[i] = values[((static_cast<int>(wave[i]) + shift) & kEntryMask) ^ flip];
+  }
+}
+
+void WaveLFO::process(double* out) noexcept {
+  if (table == nullptr) return;
+  const double inc = incrementNow();
+  const bool triggered = trigger != nullptr && *trigger != 0;
+  if (triggered || phase + (kVectorLength + 1) * inc >= kEntries) {
+    turn(inc, triggered, out);
+  } else {
+    sweep(inc, out);
+  }
+  if (!sampleAndHold) shapeWave(out);
+  vecMulConstInPlace(scale, out, kVectorLength);
+  vecAddConstInPlace(offset, out, kVectorLength);
   glide.tickVector(out);
   vecMulConstInPlace(depth, out, kVectorLength);
   firstValue = out[0];
+}
+
+void WaveLFO::shapeWave(double* wave) noexcept {
+  const double sign = swapSign;
+  lastWave = wave[kVectorLength - 1] * sign;
+  for (int i = 0; i < kVectorLength; ++i) {
+    wave[i] = std::max(-1.0, std::min(1.0, wave[i] * sign));
+  }
 }
 
 }  // namespace orvantesco

@@ -52,7 +52,10 @@ class WaveLFO {
  private:
   double incrementNow() const noexcept;
   bool advance(double inc, bool triggered, bool restart) noexcept;
-  double readWave() noexcept;
+  int entryAt(double position) const noexcept;
+  void turn(double inc, bool triggered, double* wave) noexcept;
+  void sweep(double inc, double* wave) noexcept;
+  void shapeWave(double* wave) noexcept;
 
   // Settings.
   double rateHz = 0.0;

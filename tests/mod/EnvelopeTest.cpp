@@ -1,0 +1,296 @@
+#include "mod/Envelope.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "mod/ModTestSupport.h"
+
+namespace orvantesco {
+namespace {
+
+using testing_support::Dice;
+using testing_support::kRates;
+using testing_support::largestDifference;
+using testing_support::PlainGlide;
+using testing_support::ScopedRate;
+using testing_support::Vector32;
+
+struct Settings {
+  bool follower = true, linear = false;
+  double gain = 1.0, attackMs = 10.0, releaseMs = 100.0, holdMs = 0.0, threshold = 0.25;
+  double locut = 0.0, hicut = 1.0, depth = 1.0;
+
+  void giveTo(Envelope& envelope) const {
+    envelope.setFollower(follower);
+    envelope.setLinear(linear);
+    envelope.setGain(gain);
+    envelope.setAttack(attackMs);
+    envelope.setRelease(releaseMs);
+    envelope.setHold(holdMs);
+    envelope.setThreshold(threshold);
+    envelope.setLocut(locut);
+    envelope.setHicut(hicut);
+    envelope.setDepth(depth);
+  }
+};
+
+/// The same envelope in plain numbers, behind the two band filters, which have tests of their own.
+struct PlainEnvelope {
+  double rate;
+  IppBiquad lowCut{false, 3, 1};
+  IppBiquad highCut{false, 0, 1};
+  PlainGlide glide;
+  double meanSquare = 0.0, level = 0.0, gatePhase = 0.0, value = 0.0;
+  int state = 3;
+
+  explicit PlainEnvelope(double sampleRateHz) : rate(sampleRateHz), glide(5.0, sampleRateHz) {}
+
+  double samples(double ms) const { return std::fmax(1.0, ms * 0.001 * rate); }
+
+  Vector32 run(const Settings& s, Vector32 x) {
+    lowCut.setParam(0, s.locut);
+    highCut.setParam(0, s.hicut);
+    lowCut.process(x.data(), nullptr);
+    highCut.process(x.data(), nullptr);
+    double sum = 0.0;
+    for (double sample : x) sum += sample * s.gain * sample * s.gain;
+    meanSquare = 0.015 * sum / 32.0 + 0.985 * meanSquare + 1e-9;
+    const double p = std::sqrt(meanSquare - 1e-9);
+    const double out = s.follower ? follow(s, p) : gate(s, p);
+    value = s.depth * out;
+    Vector32 vector{};
+    for (double& sample : vector) sample = s.depth * (s.follower ? glide.tick(out) : out);
+    return vector;
+  }
+
+  double follow(const Settings& s, double p) {
+    const double pi = std::numbers::pi;
+    if (p < level) {
+      level *= std::pow(std::exp(-2.0 * pi / samples(2.0 * s.releaseMs)), 32.0);
+    } else {
+      level = std::fmin(p, level * std::pow(std::exp(2.0 * pi / samples(2.0 * s.attackMs)), 32.0));
+    }
+    level = std::fmax(level, 0.001867442732);
+    const double out = (level - 0.001867442732) * 0.998132557 * 1.43;
+    return s.linear ? out : out / (out + 0.03) * 1.01;
+  }
+
+  double gate(const Settings& s, double p) {
+    double out = 0.0;
+    if (state == 3 && p < s.threshold) return 0.0;
+    if (state == 0 || state == 3) {
+      state = 0;
+      gatePhase += 32.0 / samples(2.0 * s.attackMs);
+      out = gatePhase;
+      if (gatePhase >= 1.0) {
+        state = 1;
+        gatePhase = 0.0;
+      }
+    }
+    if (state == 1) {
+      if (p >= s.threshold) gatePhase = 0.0;
+      out = 1.0;
+      gatePhase += 32.0 / (std::fmax(s.holdMs, 0.001) * 0.001 * rate);
+      if (gatePhase >= 1.0) {
+        state = 2;
+        gatePhase = 0.0;
+      }
+    }
+    if (state == 2) {
+      out = 1.0 - gatePhase;
+      gatePhase += 32.0 / samples(2.0 * s.releaseMs);
+      if (gatePhase >= 1.0) {
+        state = 3;
+        gatePhase = 0.0;
+      }
+      if (p >= s.threshold) {
+        gatePhase = out;
+        state = 0;
+      }
+    }
+    return out;
+  }
+};
+
+Settings anySettings(Dice& dice) {
+  Settings s;
+  s.follower = dice.oneIn(2);
+  s.linear = dice.oneIn(2);
+  s.gain = dice.between(1.0, 8.0);
+  s.attackMs = dice.oneIn(4) ? 0.0 : dice.between(0.0, 200.0);
+  s.releaseMs = dice.between(10.0, 300.0);
+  s.holdMs = dice.oneIn(3) ? 0.0 : dice.between(0.0, 100.0);
+  s.threshold = dice.between(0.0, 1.0);
+  s.locut = dice.between(0.0, 0.8);
+  s.hicut = dice.between(0.2, 1.0);
+  s.depth = dice.between(0.0, 1.0);
+  return s;
+}
+
+TEST(Envelope, isItsModelInBothModes) {
+  for (double rate : kRates) {
+    ScopedRate scope(rate);
+    Dice dice(41);
+    Envelope envelope;
+    PlainEnvelope model(rate);
+    Settings settings;
+    double worst = 0.0;
+    for (int vector = 0; vector < 20000; ++vector) {
+      if (dice.oneIn(400)) settings = anySettings(dice);
+      // Bursts and rests, so that both sides of the ballistics run.
+      const double loudness = (vector / 150) % 3 == 0 ? 0.9 : 0.0;
+      const Vector32 in = dice.vector(-loudness, loudness);
+      Vector32 out{};
+      settings.giveTo(envelope);
+      envelope.run(in.data(), out.data());
+      const Vector32 expected = model.run(settings, in);
+      worst = std::fmax(worst, largestDifference(out, expected));
+      worst = std::fmax(worst, std::fabs(envelope.value() - model.value));
+    }
+    EXPECT_LT(worst, 1e-11) << rate;
+  }
+}
+
+/// A steady square wave, so that the level is its amplitude as soon as the mean has settled.
+Vector32 steady(double amplitude) {
+  Vector32 vector{};
+  for (std::size_t i = 0; i < vector.size(); ++i) vector[i] = (i & 4) != 0 ? amplitude : -amplitude;
+  return vector;
+}
+
+struct GateRig {
+  Envelope envelope;
+  Settings settings;
+  GateRig() {
+    settings.follower = false;
+    settings.attackMs = 20.0;
+    settings.releaseMs = 40.0;
+    settings.giveTo(envelope);
+  }
+  double next(double amplitude) {
+    const Vector32 in = steady(amplitude);
+    Vector32 out{};
+    envelope.run(in.data(), out.data());
+    return out[0];
+  }
+};
+
+TEST(Envelope, gateRunsItsShapeToTheEndAndRests) {
+  GateRig rig;
+  double highest = 0.0;
+  for (int i = 0; i < 300; ++i) highest = std::fmax(highest, rig.next(0.9));
+  EXPECT_EQ(highest, 1.0);
+  for (int i = 0; i < 3000; ++i) rig.next(0.0);
+  EXPECT_EQ(rig.next(0.0), 0.0);
+}
+
+TEST(Envelope, aRetriggerInTheDecayStartsFromTheLevelReached) {
+  GateRig rig;
+  for (int i = 0; i < 300; ++i) rig.next(0.9);
+  double last = rig.next(0.0);
+  while (last > 0.5) last = rig.next(0.0);
+  ASSERT_GT(last, 0.0);
+  const double step = 32.0 / (0.02 * 2.0 * 44100.0);
+  double lowest = last;
+  for (int i = 0; i < 400; ++i) {
+    const double now = rig.next(0.9);
+    EXPECT_GT(now, last - 2.0 * step);
+    lowest = std::fmin(lowest, now);
+    last = now;
+  }
+  EXPECT_GT(lowest, 0.2);
+  EXPECT_EQ(last, 1.0);
+}
+
+TEST(Envelope, silenceSettlesAtTheFloor) {
+  Envelope envelope;
+  Settings settings;
+  settings.linear = true;
+  settings.giveTo(envelope);
+  const Vector32 silence{};
+  Vector32 out{};
+  for (int i = 0; i < 20000; ++i) envelope.run(silence.data(), out.data());
+  const double fixedPoint = std::sqrt(1e-9 / 0.015 - 1e-9);
+  EXPECT_NEAR(envelope.detectedLevel(), fixedPoint, 1e-12);
+  EXPECT_NEAR(out[31], 0.0, 1e-12) << "the floor of the level is an output of 0";
+}
+
+TEST(Envelope, fullScaleReachesATriggerAndStaysBelowOnePointFive) {
+  Envelope envelope;
+  Settings settings;
+  settings.giveTo(envelope);
+  const Vector32 full = steady(1.0);
+  Vector32 out{};
+  for (int i = 0; i < 3000; ++i) envelope.run(full.data(), out.data());
+  EXPECT_GE(envelope.value(), 0.97);
+  settings.linear = true;
+  settings.giveTo(envelope);
+  for (int i = 0; i < 3000; ++i) envelope.run(full.data(), out.data());
+  EXPECT_GE(envelope.value(), 1.0);
+  EXPECT_LT(envelope.value(), 1.5);
+}
+
+double levelOfTone(double hz, const Settings& settings) {
+  Envelope envelope;
+  settings.giveTo(envelope);
+  Vector32 in{};
+  Vector32 out{};
+  for (int i = 0, frame = 0; i < 3000; ++i) {
+    for (double& sample : in) sample = std::sin(2.0 * std::numbers::pi * hz * frame++ / 44100.0);
+    envelope.run(in.data(), out.data());
+  }
+  return envelope.detectedLevel();
+}
+
+TEST(Envelope, hearsTheBandBetweenItsLimits) {
+  Settings settings;
+  settings.locut = std::log(500.0 / 50.0) / std::log(400.0);
+  settings.hicut = std::log(2000.0 / 50.0) / std::log(400.0);
+  const double inBand = levelOfTone(1000.0, settings);
+  EXPECT_GT(inBand, 0.5);
+  EXPECT_LT(levelOfTone(60.0, settings), 0.1 * inBand);
+  EXPECT_LT(levelOfTone(15000.0, settings), 0.1 * inBand);
+}
+
+TEST(Envelope, getsOverInputThatIsNoNumber) {
+  Envelope envelope;
+  Settings settings;
+  settings.giveTo(envelope);
+  Vector32 bad;
+  bad.fill(std::numeric_limits<double>::infinity());
+  Vector32 out{};
+  envelope.run(bad.data(), out.data());
+  for (double value : out) EXPECT_TRUE(std::isfinite(value));
+  EXPECT_TRUE(std::isinf(bad[0])) << "a bus that others read is not written";
+  const Vector32 good = steady(0.5);
+  for (int i = 0; i < 3000; ++i) envelope.run(good.data(), out.data());
+  EXPECT_NEAR(envelope.detectedLevel(), 0.5, 0.05);
+}
+
+TEST(Envelope, followsAChangeOfRate) {
+  for (bool follower : {true, false}) {
+    Settings settings;
+    settings.follower = follower;
+    settings.holdMs = 30.0;
+    Envelope moved;
+    settings.giveTo(moved);
+    ScopedRate scope(96000.0);
+    moved.rateChanged();
+    moved.reset();
+    Envelope fresh;
+    settings.giveTo(fresh);
+    Dice dice(2);
+    Vector32 a{};
+    Vector32 b{};
+    for (int i = 0; i < 2000; ++i) {
+      const Vector32 in = dice.vector();
+      moved.run(in.data(), a.data());
+      fresh.run(in.data(), b.data());
+      ASSERT_EQ(a, b) << follower << " at " << i;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvantesco
