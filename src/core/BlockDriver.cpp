@@ -195,8 +195,6 @@ void Orvantesco::writeOutput() noexcept {
   vecAddProductConst(buses.scratch.right.data(), gain, rings.outRingR.data(), kVectorLength);
 }
 
-void Orvantesco::updateModulators() noexcept { tempoTracker.tempoSeen(); }
-
 bool Orvantesco::mainInputIsMono() const noexcept {
   if (sideChainActive()) return !IsInChannelConnected(2);
   return !IsInChannelConnected(1) && !IsInChannelConnected(2);

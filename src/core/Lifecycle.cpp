@@ -1,6 +1,7 @@
 // Construction, changes of sample rate, clearing and the pause for bulk operations.
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <thread>
 
@@ -27,6 +28,10 @@ double rateInForce() { return initialisedRate > 0.0 ? initialisedRate.get() : kF
 void startSmoother(Smoother& smoother, double ms) {
   smoother.setTime(ms);
   smoother.rateChanged();
+}
+
+std::uint32_t seedOfTheClock() {
+  return static_cast<std::uint32_t>(std::chrono::steady_clock::now().time_since_epoch().count());
 }
 
 PlugInfo plugInfo() {
@@ -63,6 +68,7 @@ Orvantesco::Orvantesco(HostPort& hostPort, const OrvantescoOptions& options)
     : IPlugAAX(plugInfo(), &hostPort) {
   graphics = options.editor;
   const double rate = rateInForce();
+  modulatorUnits.seed(options.seed.value_or(seedOfTheClock()));
   const bool freshProcess = initialisedRate <= 0.0;
   bank->buildParameterBank();
   for (int slot = 0; slot < kSlots; ++slot) slots[static_cast<std::size_t>(slot)].index = slot;
@@ -109,6 +115,7 @@ void Orvantesco::initForRate(double hostRate) {
   setRateValues(hostRate);
   renewEffects();
   for (Slot& slot : slots) sizeSlot(slot);
+  modulatorUnits.rateChanged();
   for (IppFixBiquad* filter : {&inputFilterL, &inputFilterR}) {
     filter->redesign(0, kInputFilterOrder, kInputFilterHz / engineRate());
   }

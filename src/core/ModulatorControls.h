@@ -65,6 +65,7 @@ struct ModulatorControls {
   std::array<GateControls, 4> gate;
   std::array<EnvelopeControls, 2> envelope;
   std::array<LogicControls, 4> logic;
+  Shared<int> listenTo{-1};  ///< envelope whose band is heard instead of the output, -1 for none
 };
 
 }  // namespace orvantesco

@@ -15,6 +15,7 @@
 #include "core/GlobalControls.h"
 #include "core/ModulatorControls.h"
 #include "core/ModulatorOutputs.h"
+#include "core/ModulatorUnits.h"
 #include "core/Rings.h"
 #include "core/Slot.h"
 #include "core/StateMigration.h"
@@ -103,6 +104,13 @@ class Orvantesco : public IPlugAAX {
   void setDryMute(bool muted);
   void setAttenuation(double linearGain);
 
+  /// Sends the band that an envelope modulator (0 or 1) hears to the output in place of the sound;
+  /// -1 ends it. Any thread.
+  void listenToEnvelope(int envelope) noexcept { modulatorControls.listenTo = envelope; }
+
+  /// What the modulators gave in the last sub-block. Audio thread, or while it is out.
+  const ModulatorOutputs& modulatorOutputs() const noexcept { return modulators; }
+
   /// Which taps of a slot (0..3) sound in "TAPPED" mode. Any thread.
   void setTapMasks(int slot, TapMasks masks);
   TapMasks tapMasks(int slot) const;
@@ -152,8 +160,15 @@ class Orvantesco : public IPlugAAX {
   void runMasterEffect() noexcept;
   void applyGlobalWidth() noexcept;
   void writeOutput() noexcept;
-  void updateModulators() noexcept;
   bool audioIsBlocked() const noexcept;
+
+  // Modulators (Modulators.cpp).
+  void updateModulators() noexcept;
+  void updateEnvelope(int number) noexcept;
+  void updateGate(int number) noexcept;
+  void updateLfo(int number) noexcept;
+  void updateLogic(int number) noexcept;
+  const double* envelopeSource(int menuPosition) const noexcept;
 
   // Requests of the control threads (RequestRunner.cpp).
   void carryOutRequests() noexcept;
@@ -228,6 +243,7 @@ class Orvantesco : public IPlugAAX {
   TempoTracker tempoTracker;
   TriggerFlags triggers;
   ModulatorOutputs modulators;
+  ModulatorUnits modulatorUnits;
   IppFixBiquad inputFilterL, inputFilterR;
   std::unique_ptr<DSPShell> limiter;                       ///< null: the wet signal passes
   std::array<std::unique_ptr<DSPShell>, 7> masterEffects;  ///< menu order; null: the send passes

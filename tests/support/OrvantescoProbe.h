@@ -37,6 +37,9 @@ struct OrvantescoProbe {
   /// The audio thread's work at the start of a sub-block; no audio may run.
   void carryOutRequests() const { effect.carryOutRequests(); }
 
+  /// The last step of a sub-block; no audio may run.
+  void updateModulators() const { effect.updateModulators(); }
+
   /// Song position of the last sub-block in quarter notes.
   double songPosition() const { return effect.tempoTracker.position(); }
 
