@@ -60,19 +60,23 @@ int iirInitBiquads(IirState** state, const double* taps, int numBiquads, const d
                    void* buffer) noexcept;
 
 /// Copies the delay line out: order, or 2 x numBiquads, doubles. A few nanoseconds.
-int iirGetDelayLine(const IirState* state, double* dst) noexcept;
+inline int iirGetDelayLine(const IirState* state, double* dst) noexcept {
+  if (state == nullptr || dst == nullptr) return kErrorNull;
+  kernels::active.iirGetDelayLine.get()(*state, dst);
+  return kStatusOk;
+}
 
 /// Copies src into the delay line; null clears it. A few nanoseconds.
 inline int iirSetDelayLine(IirState* state, const double* src) noexcept {
   if (state == nullptr) return kErrorNull;
-  kernels::table().iirSetDelayLine(*state, src);
+  kernels::active.iirSetDelayLine.get()(*state, src);
   return kStatusOk;
 }
 
 /// Runs n samples through the filter; src may be dst.
 inline int iirFilter(const double* src, double* dst, int n, IirState* state) noexcept {
   if (const int error = kernels::checkArguments(n, src, dst, state)) return error;
-  kernels::table().iirFilter(src, dst, n, *state);
+  kernels::active.iirFilter.get()(src, dst, n, *state);
   return kStatusOk;
 }
 
@@ -87,7 +91,7 @@ inline int iirFilterInPlace(double* srcDst, int n, IirState* state) noexcept {
 inline int iirFilterPair(double* srcDstA, IirState* stateA, double* srcDstB, IirState* stateB,
                          int n) noexcept {
   if (const int error = kernels::checkArguments(n, srcDstA, stateA, srcDstB, stateB)) return error;
-  kernels::table().iirFilterPair(srcDstA, *stateA, srcDstB, *stateB, n);
+  kernels::active.iirFilterPair.get()(srcDstA, *stateA, srcDstB, *stateB, n);
   return kStatusOk;
 }
 

@@ -20,9 +20,6 @@ void* alignedStart(void* buffer) noexcept {
   return static_cast<std::uint8_t*>(buffer) + (misfit == 0 ? 0 : alignof(IirState) - misfit);
 }
 
-/// Where element k of a direct form's line stands in its rows.
-int place(int k, int rows) noexcept { return k % rows * 4 + k / rows; }
-
 void loadSection(const double* taps, IirBiquadGroup& group, int lane) noexcept {
   const double a0 = taps[3];
   group.b0[lane] = taps[0] / a0;
@@ -64,8 +61,8 @@ int iirInitDirect(IirState** state, const double* taps, int order, const double*
   filter->rows = (order + 3) / 4;
   filter->direct.b0 = taps[0] / aTaps[0];
   for (int k = 0; k < order; ++k) {
-    filter->direct.b[place(k, filter->rows)] = taps[k + 1] / aTaps[0];
-    filter->direct.a[place(k, filter->rows)] = aTaps[k + 1] / aTaps[0];
+    filter->direct.b[iirPlace(k, filter->rows)] = taps[k + 1] / aTaps[0];
+    filter->direct.a[iirPlace(k, filter->rows)] = aTaps[k + 1] / aTaps[0];
   }
   *state = filter;
   return iirSetDelayLine(filter, delayLine);
@@ -88,18 +85,6 @@ int iirInitBiquads(IirState** state, const double* taps, int numBiquads, const d
   }
   *state = filter;
   return iirSetDelayLine(filter, delayLine);
-}
-
-int iirGetDelayLine(const IirState* state, double* dst) noexcept {
-  if (state == nullptr || dst == nullptr) return kErrorNull;
-  // Element by element: a wider copy would wait for the stores of the filter that just ran.
-  for (int k = 0; k < state->order; ++k) dst[k] = state->direct.s[place(k, state->rows)];
-  for (int i = 0; i < state->sections; ++i) {
-    const IirBiquadGroup* group = state->groupAt(i / kIirGroupSections);
-    dst[2 * i] = group->s1[i % kIirGroupSections];
-    dst[2 * i + 1] = group->s2[i % kIirGroupSections];
-  }
-  return kStatusOk;
 }
 
 }  // namespace orvantesco

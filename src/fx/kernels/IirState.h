@@ -2,11 +2,11 @@
 
 namespace orvantesco {
 
-/// Sections are run in groups of at most this many, side by side in the lanes of a processor.
-constexpr int kIirGroupSections = 12;
+/// Sections are kept in groups of four, which run side by side in the lanes of a processor.
+constexpr int kIirGroupSections = 4;
 
-/// Taps and memory of up to 12 sections, one array for each tap so that lanes load four sections.
-struct alignas(64) IirBiquadGroup {
+/// Taps and memory of up to four sections, each section in its lane of every row.
+struct alignas(32) IirBiquadGroup {
   double b0[kIirGroupSections] = {};
   double b1[kIirGroupSections] = {};
   double b2[kIirGroupSections] = {};
@@ -16,15 +16,22 @@ struct alignas(64) IirBiquadGroup {
   double s2[kIirGroupSections] = {};
 };
 
-/// Taps and memory of a direct form. With R = rows, element k of s (and tap k + 1 of b and a)
-/// stands at (k mod R) * 4 + k / R: row r holds s[r], s[R + r], s[2R + r], s[3R + r] in its four
-/// lanes. So the step s[k] <- s[k + 1] renames rows and shifts the lanes of one row only.
+/// Taps and memory of a direct form, striped over rows of four: with R rows, row r holds elements
+/// r, R + r, 2R + r and 3R + r of s, and the taps one further of b and a. So the step
+/// s[k] <- s[k + 1] renames rows and shifts the lanes of one row only.
 struct alignas(64) IirDirectForm {
   double b[12] = {};
   double a[12] = {};
   double s[12] = {};
   double b0 = 1.0;
 };
+
+// Inlined always: these are seen by code for several processor levels, which must share nothing.
+
+/// Where element k of s, or tap k + 1, stands in a direct form of so many rows.
+[[gnu::always_inline]] constexpr int iirPlace(int k, int rows) noexcept {
+  return k % rows * 4 + k / rows;
+}
 
 /// One filter: a direct form, or the first group of a cascade with the others right behind it.
 struct alignas(64) IirState {
@@ -39,8 +46,8 @@ struct alignas(64) IirState {
   IirState() noexcept : direct() {}
 
   /// Group g of the cascade; the buffer holds as many as the sections need.
-  IirBiquadGroup* groupAt(int g) noexcept { return &group + g; }
-  const IirBiquadGroup* groupAt(int g) const noexcept { return &group + g; }
+  [[gnu::always_inline]] IirBiquadGroup* groupAt(int g) noexcept { return &group + g; }
+  [[gnu::always_inline]] const IirBiquadGroup* groupAt(int g) const noexcept { return &group + g; }
 };
 
 }  // namespace orvantesco

@@ -8,6 +8,9 @@ enum class Level { kScalar, kSse2, kAvx2 };
 /// Whether this processor, and the build, can run the level.
 bool supports(Level level) noexcept;
 
+/// Whether a level is in force yet: the first call into the library chooses it.
+bool isChosen() noexcept;
+
 /// The level in force, chosen now if no kernel was called yet.
 Level levelInForce() noexcept;
 

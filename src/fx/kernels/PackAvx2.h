@@ -4,9 +4,24 @@
 
 namespace orvantesco::kernels::avx2 {
 
+/// Two doubles, half a pack.
+struct Pair {
+  __m128d v;
+
+  static Pair load(const double* p) noexcept { return {_mm_loadu_pd(p)}; }
+  static Pair of(double x0, double x1) noexcept { return {_mm_setr_pd(x0, x1)}; }
+  void store(double* p) const noexcept { _mm_storeu_pd(p, v); }
+  double first() const noexcept { return _mm_cvtsd_f64(v); }
+  double second() const noexcept { return _mm_cvtsd_f64(_mm_unpackhi_pd(v, v)); }
+  friend Pair operator+(Pair a, Pair b) noexcept { return {_mm_add_pd(a.v, b.v)}; }
+  friend Pair operator-(Pair a, Pair b) noexcept { return {_mm_sub_pd(a.v, b.v)}; }
+  friend Pair operator*(Pair a, Pair b) noexcept { return {_mm_mul_pd(a.v, b.v)}; }
+};
+
 /// Four doubles in one register; the operations are described in PackScalar.h.
 struct Doubles {
   using Value = double;
+  using Pair = avx2::Pair;
   static constexpr int kLanes = 4;
   __m256d v;
 
@@ -15,16 +30,12 @@ struct Doubles {
     const __m256i lane = _mm256_setr_epi64x(0, 1, 2, 3);
     return {_mm256_maskload_pd(p, _mm256_cmpgt_epi64(_mm256_set1_epi64x(count), lane))};
   }
+  static Doubles loadMask(const long long* p) noexcept {
+    return {_mm256_loadu_pd(reinterpret_cast<const double*>(p))};
+  }
   static Doubles all(double x) noexcept { return {_mm256_set1_pd(x)}; }
-  static Doubles of(double x0, double x1, double x2, double x3) noexcept {
-    return {_mm256_setr_pd(x0, x1, x2, x3)};
-  }
   void store(double* p) const noexcept { _mm256_storeu_pd(p, v); }
-  template <int I>
-  double get() const noexcept {
-    const __m128d half = I < 2 ? _mm256_castpd256_pd128(v) : _mm256_extractf128_pd(v, 1);
-    return _mm_cvtsd_f64(I % 2 == 0 ? half : _mm_unpackhi_pd(half, half));
-  }
+  double first() const noexcept { return _mm256_cvtsd_f64(v); }
 
   friend Doubles operator+(Doubles a, Doubles b) noexcept { return {_mm256_add_pd(a.v, b.v)}; }
   friend Doubles operator-(Doubles a, Doubles b) noexcept { return {_mm256_sub_pd(a.v, b.v)}; }
@@ -63,15 +74,28 @@ struct Doubles {
     return _mm_cvtsd_f64(_mm_max_sd(pair, _mm_unpackhi_pd(pair, pair)));
   }
 
-  static Doubles shiftDown(Doubles a) noexcept {
-    // The upper half moved down, then each lane picked from the two.
-    const __m256d upper = _mm256_permute2f128_pd(a.v, a.v, 0x81);
-    return {_mm256_shuffle_pd(a.v, upper, 0b0101)};
+  // What the recursive filters move about, for lanes numbered 0 to 3.
+  static Doubles join(Pair low, Pair high) noexcept { return {_mm256_set_m128d(high.v, low.v)}; }
+  Pair low() const noexcept { return {_mm256_castpd256_pd128(v)}; }
+  Pair high() const noexcept { return {_mm256_extractf128_pd(v, 1)}; }
+  /// {a0, b0, a2, b2}
+  static Doubles zipEven(Doubles a, Doubles b) noexcept { return {_mm256_unpacklo_pd(a.v, b.v)}; }
+  /// {a1, b1, a3, b3}
+  static Doubles zipOdd(Doubles a, Doubles b) noexcept { return {_mm256_unpackhi_pd(a.v, b.v)}; }
+  /// {a1, b0, a3, b2}
+  static Doubles oddThenEven(Doubles a, Doubles b) noexcept {
+    return {_mm256_shuffle_pd(a.v, b.v, 0b0101)};
   }
+  /// {a2, a3, 0, 0}
+  static Doubles highThenZero(Doubles a) noexcept {
+    return {_mm256_permute2f128_pd(a.v, a.v, 0x81)};
+  }
+  /// {first0, a0, a1, a2}
   static Doubles shiftUp(Doubles a, Doubles first) noexcept {
     const __m256d lower = _mm256_insertf128_pd(first.v, _mm256_castpd256_pd128(a.v), 1);
     return {_mm256_shuffle_pd(lower, a.v, 0b0100)};
   }
+  /// a3 in lane 0; what the others hold is not said
   static Doubles lastToFirst(Doubles a) noexcept {
     const __m128d upper = _mm256_extractf128_pd(a.v, 1);
     return {_mm256_castpd128_pd256(_mm_unpackhi_pd(upper, upper))};
@@ -102,11 +126,6 @@ struct Floats {
     x = _mm_add_ps(x, _mm_movehl_ps(x, x));
     return _mm_cvtss_f32(_mm_add_ss(x, _mm_shuffle_ps(x, x, 1)));
   }
-};
-
-struct Level {
-  using Doubles = avx2::Doubles;
-  using Floats = avx2::Floats;
 };
 
 }  // namespace orvantesco::kernels::avx2

@@ -29,8 +29,11 @@ struct One {
   static bool atMost(One a, One b) noexcept { return a.x <= b.x; }
   static bool equal(One a, One b) noexcept { return a.x == b.x; }
   static One select(bool mask, One a, One b) noexcept { return mask ? a : b; }
-  static One squareRoot(One a) noexcept { return {P::squareRoot(P::all(a.x)).template get<0>()}; }
+  static One squareRoot(One a) noexcept { return {P::squareRoot(P::all(a.x)).first()}; }
 };
+
+/// For loops whose length is not known before they run.
+constexpr int kAnyLength = 0;
 
 /// Tells a loop body the type to work in: a pack of P's lanes, or One<P>.
 template <class P>
@@ -44,26 +47,26 @@ template <int count, class Step>
 }
 
 /// Calls step(In<pack>, i) for the first element i of each whole pack, then step(In<One>, i) for
-/// each single one behind. The audio vector of 32 runs straight, without a loop.
-template <class P, class Step>
+/// each single one behind. A length known when this is built, whole packs, runs straight.
+template <class P, int length, class Step>
 [[gnu::always_inline]] inline void eachPack(int n, Step step) noexcept {
-  constexpr int kAudioVector = 32;
-  if (n == kAudioVector) {
-    unrolled<kAudioVector / P::kLanes>([&](int pack) __attribute__((always_inline)) {
+  if constexpr (length != kAnyLength) {
+    static_assert(length % P::kLanes == 0);
+    unrolled<length / P::kLanes>([&](int pack) __attribute__((always_inline)) {
       step(In<P>{}, pack * P::kLanes);
     });
-    return;
+  } else {
+    int i = 0;
+    for (; i + P::kLanes <= n; i += P::kLanes) step(In<P>{}, i);
+    for (; i < n; ++i) step(In<One<P>>{}, i);
   }
-  int i = 0;
-  for (; i + P::kLanes <= n; i += P::kLanes) step(In<P>{}, i);
-  for (; i < n; ++i) step(In<One<P>>{}, i);
 }
 
 /// dst[i] = operation(sources[i] ...).
-template <class P, class Operation, class... Source>
+template <class P, int length, class Operation, class... Source>
 [[gnu::always_inline]] inline void map(typename P::Value* dst, int n, Operation operation,
                                        const Source*... sources) noexcept {
-  eachPack<P>(
+  eachPack<P, length>(
       n, [&]<class V>(In<V>, int i)
              __attribute__((always_inline)) { operation(V::load(sources + i)...).store(dst + i); });
 }

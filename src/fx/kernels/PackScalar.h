@@ -29,14 +29,10 @@ struct Pack {
   static Pack all(T x) noexcept {
     return make([=](int) { return x; });
   }
-  static Pack of(T x0, T x1, T x2, T x3) noexcept { return {x0, x1, x2, x3}; }
   void store(T* p) const noexcept {
     for (int i = 0; i < N; ++i) p[i] = lane[i];
   }
-  template <int I>
-  T get() const noexcept {
-    return lane[I];
-  }
+  T first() const noexcept { return lane[0]; }
 
   friend Pack operator+(Pack a, Pack b) noexcept {
     return make([&](int i) { return a.lane[i] + b.lane[i]; });
@@ -99,25 +95,6 @@ struct Pack {
     for (int i = 1; i < N; ++i) a.lane[0] = a.lane[i] > a.lane[0] ? a.lane[i] : a.lane[0];
     return a.lane[0];
   }
-
-  /// Lane i takes lane i + 1, the last takes 0.
-  static Pack shiftDown(Pack a) noexcept {
-    return make([&](int i) { return i + 1 < N ? a.lane[i + 1] : T(0); });
-  }
-  /// Lane i takes lane i - 1, the first takes lane 0 of `first`.
-  static Pack shiftUp(Pack a, Pack first) noexcept {
-    return make([&](int i) { return i > 0 ? a.lane[i - 1] : first.lane[0]; });
-  }
-  /// Lane 0 takes the last lane; what the others hold is not said.
-  static Pack lastToFirst(Pack a) noexcept {
-    a.lane[0] = a.lane[N - 1];
-    return a;
-  }
-};
-
-struct Level {
-  using Doubles = Pack<double, 4>;
-  using Floats = Pack<float, 8>;
 };
 
 }  // namespace orvantesco::kernels::scalar

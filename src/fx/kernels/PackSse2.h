@@ -4,30 +4,41 @@
 
 namespace orvantesco::kernels::sse2 {
 
+/// Two doubles, half a pack.
+struct Pair {
+  __m128d v;
+
+  static Pair load(const double* p) noexcept { return {_mm_loadu_pd(p)}; }
+  static Pair of(double x0, double x1) noexcept { return {_mm_setr_pd(x0, x1)}; }
+  void store(double* p) const noexcept { _mm_storeu_pd(p, v); }
+  double first() const noexcept { return _mm_cvtsd_f64(v); }
+  double second() const noexcept { return _mm_cvtsd_f64(_mm_unpackhi_pd(v, v)); }
+  friend Pair operator+(Pair a, Pair b) noexcept { return {_mm_add_pd(a.v, b.v)}; }
+  friend Pair operator-(Pair a, Pair b) noexcept { return {_mm_sub_pd(a.v, b.v)}; }
+  friend Pair operator*(Pair a, Pair b) noexcept { return {_mm_mul_pd(a.v, b.v)}; }
+};
+
 /// Four doubles in two registers; the operations are described in PackScalar.h.
 struct Doubles {
   using Value = double;
+  using Pair = sse2::Pair;
   static constexpr int kLanes = 4;
   __m128d lo, hi;
 
   static Doubles load(const double* p) noexcept { return {_mm_loadu_pd(p), _mm_loadu_pd(p + 2)}; }
   static Doubles loadPart(const double* p, int count) noexcept {
-    return of(count > 0 ? p[0] : 0.0, count > 1 ? p[1] : 0.0, count > 2 ? p[2] : 0.0,
-              count > 3 ? p[3] : 0.0);
+    const __m128d low = count > 1 ? _mm_loadu_pd(p) : count > 0 ? _mm_load_sd(p) : _mm_setzero_pd();
+    return {low, count > 2 ? _mm_load_sd(p + 2) : _mm_setzero_pd()};  // never a whole pack
+  }
+  static Doubles loadMask(const long long* p) noexcept {
+    return load(reinterpret_cast<const double*>(p));
   }
   static Doubles all(double x) noexcept { return {_mm_set1_pd(x), _mm_set1_pd(x)}; }
-  static Doubles of(double x0, double x1, double x2, double x3) noexcept {
-    return {_mm_setr_pd(x0, x1), _mm_setr_pd(x2, x3)};
-  }
   void store(double* p) const noexcept {
     _mm_storeu_pd(p, lo);
     _mm_storeu_pd(p + 2, hi);
   }
-  template <int I>
-  double get() const noexcept {
-    const __m128d half = I < 2 ? lo : hi;
-    return _mm_cvtsd_f64(I % 2 == 0 ? half : _mm_unpackhi_pd(half, half));
-  }
+  double first() const noexcept { return _mm_cvtsd_f64(lo); }
 
   friend Doubles operator+(Doubles a, Doubles b) noexcept {
     return {_mm_add_pd(a.lo, b.lo), _mm_add_pd(a.hi, b.hi)};
@@ -87,9 +98,20 @@ struct Doubles {
     return _mm_cvtsd_f64(_mm_max_sd(pair, _mm_unpackhi_pd(pair, pair)));
   }
 
-  static Doubles shiftDown(Doubles a) noexcept {
-    return {_mm_shuffle_pd(a.lo, a.hi, 1), _mm_shuffle_pd(a.hi, _mm_setzero_pd(), 1)};
+  // See PackAvx2.h.
+  static Doubles join(Pair low, Pair high) noexcept { return {low.v, high.v}; }
+  Pair low() const noexcept { return {lo}; }
+  Pair high() const noexcept { return {hi}; }
+  static Doubles zipEven(Doubles a, Doubles b) noexcept {
+    return {_mm_unpacklo_pd(a.lo, b.lo), _mm_unpacklo_pd(a.hi, b.hi)};
   }
+  static Doubles zipOdd(Doubles a, Doubles b) noexcept {
+    return {_mm_unpackhi_pd(a.lo, b.lo), _mm_unpackhi_pd(a.hi, b.hi)};
+  }
+  static Doubles oddThenEven(Doubles a, Doubles b) noexcept {
+    return {_mm_shuffle_pd(a.lo, b.lo, 1), _mm_shuffle_pd(a.hi, b.hi, 1)};
+  }
+  static Doubles highThenZero(Doubles a) noexcept { return {a.hi, _mm_setzero_pd()}; }
   static Doubles shiftUp(Doubles a, Doubles first) noexcept {
     return {_mm_unpacklo_pd(first.lo, a.lo), _mm_shuffle_pd(a.lo, a.hi, 1)};
   }
@@ -132,11 +154,6 @@ struct Floats {
     x = _mm_add_ps(x, _mm_movehl_ps(x, x));
     return _mm_cvtss_f32(_mm_add_ss(x, _mm_shuffle_ps(x, x, 1)));
   }
-};
-
-struct Level {
-  using Doubles = sse2::Doubles;
-  using Floats = sse2::Floats;
 };
 
 }  // namespace orvantesco::kernels::sse2

@@ -4,8 +4,9 @@
 
 namespace orvantesco::kernels {
 
-/// The operations that take one figure of a whole vector, over packs P of double or float.
-template <class P>
+/// The operations that take one figure of a whole vector, over packs P of double or float; built
+/// twice, as VectorBody is.
+template <class P, int length>
 struct ReductionBody {
   using T = typename P::Value;
 
@@ -19,7 +20,7 @@ struct ReductionBody {
         packs = V::larger(V::absolute(x), packs);
       }
     };
-    eachPack<P>(
+    eachPack<P, length>(
         n, [&]<class V>(In<V>, int i) __attribute__((always_inline)) { note(V::load(src + i)); });
     const T largest = P::largest(packs);
     return largest > single.x ? largest : single.x;
@@ -36,14 +37,15 @@ struct ReductionBody {
         packs = V::both(packs, fits);
       }
     };
-    eachPack<P>(
+    eachPack<P, length>(
         n, [&]<class V>(In<V>, int i) __attribute__((always_inline)) { note(V::load(src + i)); });
     return singles && P::every(packs);
   }
 
   /// Element i goes to partial sum i mod 16. The partial sums start at +0, so that adding the +0
   /// of an absent element changes none of them.
-  static T sum(const T* src, int n) noexcept {
+  static T sum(const T* src, int count) noexcept {
+    const int n = length == kAnyLength ? count : length;
     P part[kParts];
     unrolled<kParts>([&](int j) __attribute__((always_inline)) { part[j] = P::all(T(0)); });
     const int whole = n / kPartialSums * kPartialSums;

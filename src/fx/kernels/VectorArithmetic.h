@@ -11,7 +11,7 @@ namespace orvantesco {
 /// dst[i] = a[i] + b[i].
 inline int vecAdd(const double* a, const double* b, double* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, a, b, dst)) return error;
-  kernels::table().add(a, b, dst, n);
+  kernels::active.add.of(n)(a, b, dst, n);
   return kStatusOk;
 }
 
@@ -23,7 +23,7 @@ inline int vecAddInPlace(const double* src, double* srcDst, int n) noexcept {
 /// dst[i] = src[i] + val; val 0 copies.
 inline int vecAddConst(const double* src, double val, double* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, src, dst)) return error;
-  kernels::table().addConst(src, val, dst, n);
+  kernels::active.addConst.of(n)(src, val, dst, n);
   return kStatusOk;
 }
 
@@ -34,14 +34,14 @@ inline int vecAddConstInPlace(double val, double* srcDst, int n) noexcept {
 
 inline int vecAddConstInPlaceF(float val, float* srcDst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, srcDst)) return error;
-  kernels::table().addConstFloat(srcDst, val, srcDst, n);
+  kernels::active.addConstFloat.of(n)(srcDst, val, srcDst, n);
   return kStatusOk;
 }
 
 /// dst[i] = b[i] - a[i].
 inline int vecSub(const double* a, const double* b, double* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, a, b, dst)) return error;
-  kernels::table().subtract(a, b, dst, n);
+  kernels::active.subtract.of(n)(a, b, dst, n);
   return kStatusOk;
 }
 
@@ -63,20 +63,20 @@ inline int vecSubConstInPlace(double val, double* srcDst, int n) noexcept {
 /// srcDst[i] = val - srcDst[i].
 inline int vecSubFromConstInPlace(double val, double* srcDst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, srcDst)) return error;
-  kernels::table().subtractFromConst(srcDst, val, srcDst, n);
+  kernels::active.subtractFromConst.of(n)(srcDst, val, srcDst, n);
   return kStatusOk;
 }
 
 /// dst[i] = a[i] * b[i].
 inline int vecMul(const double* a, const double* b, double* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, a, b, dst)) return error;
-  kernels::table().multiply(a, b, dst, n);
+  kernels::active.multiply.of(n)(a, b, dst, n);
   return kStatusOk;
 }
 
 inline int vecMulF(const float* a, const float* b, float* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, a, b, dst)) return error;
-  kernels::table().multiplyFloat(a, b, dst, n);
+  kernels::active.multiplyFloat.of(n)(a, b, dst, n);
   return kStatusOk;
 }
 
@@ -88,13 +88,13 @@ inline int vecMulInPlace(const double* src, double* srcDst, int n) noexcept {
 /// dst[i] = src[i] * val; val 1 copies, val 0 writes exact zeros, over NaN and infinities too.
 inline int vecMulConst(const double* src, double val, double* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, src, dst)) return error;
-  kernels::table().scaleOrClear(src, val, dst, n);
+  kernels::active.scaleOrClear.of(n)(src, val, dst, n);
   return kStatusOk;
 }
 
 inline int vecMulConstF(const float* src, float val, float* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, src, dst)) return error;
-  kernels::table().scaleOrClearFloat(src, val, dst, n);
+  kernels::active.scaleOrClearFloat.of(n)(src, val, dst, n);
   return kStatusOk;
 }
 
@@ -106,41 +106,41 @@ inline int vecMulConstInPlace(double val, double* srcDst, int n) noexcept {
 /// dst[i] += a[i] * b[i]; the product is rounded before it is added.
 inline int vecAddProduct(const double* a, const double* b, double* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, a, b, dst)) return error;
-  kernels::table().addProduct(a, b, dst, n);
+  kernels::active.addProduct.of(n)(a, b, dst, n);
   return kStatusOk;
 }
 
 /// dst[i] += src[i] * val; val 0 leaves a dst as it is where src is finite.
 inline int vecAddProductConst(const double* src, double val, double* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, src, dst)) return error;
-  kernels::table().addScaled(src, val, dst, n);
+  kernels::active.addScaled.of(n)(src, val, dst, n);
   return kStatusOk;
 }
 
 inline int vecAddProductConstF(const float* src, float val, float* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, src, dst)) return error;
-  kernels::table().addScaledFloat(src, val, dst, n);
+  kernels::active.addScaledFloat.of(n)(src, val, dst, n);
   return kStatusOk;
 }
 
 /// srcDst[i] = srcDst[i] / src[i]; a zero divisor gives the IEEE result and a warning.
 inline int vecDivInPlace(const double* src, double* srcDst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, src, srcDst)) return error;
-  return kernels::table().divide(src, srcDst, n);
+  return kernels::active.divide.of(n)(src, srcDst, n);
 }
 
 /// srcDst[i] *= 1 / val; val 0 is refused with kErrorZero.
 inline int vecDivConstInPlace(double val, double* srcDst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, srcDst)) return error;
   if (val == 0.0) return kErrorZero;
-  kernels::table().scale(srcDst, 1.0 / val, srcDst, n);
+  kernels::active.scale.of(n)(srcDst, 1.0 / val, srcDst, n);
   return kStatusOk;
 }
 
 /// dst[i] = val / src[i], the constant over the vector.
 inline int vecConstDivF(const float* src, float val, float* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, src, dst)) return error;
-  kernels::table().constDivFloat(src, val, dst, n);
+  kernels::active.constDivFloat.of(n)(src, val, dst, n);
   return kStatusOk;
 }
 
@@ -156,7 +156,7 @@ inline int vecSquareInPlace(double* srcDst, int n) noexcept {
 /// srcDst[i] = sqrt(srcDst[i]); a negative element becomes NaN and gives a warning.
 inline int vecSqrtInPlace(double* srcDst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, srcDst)) return error;
-  return kernels::table().squareRoot(srcDst, n);
+  return kernels::active.squareRoot.of(n)(srcDst, n);
 }
 
 }  // namespace orvantesco

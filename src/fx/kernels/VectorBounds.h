@@ -11,7 +11,7 @@ namespace orvantesco {
 /// dst[i] = |src[i]|.
 inline int vecAbs(const double* src, double* dst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, src, dst)) return error;
-  kernels::table().absolute(src, dst, n);
+  kernels::active.absolute.of(n)(src, dst, n);
   return kStatusOk;
 }
 
@@ -20,28 +20,28 @@ inline int vecAbsInPlace(double* srcDst, int n) noexcept { return vecAbs(srcDst,
 /// srcDst[i] = max(srcDst[i], level).
 inline int vecClampBelowInPlace(double* srcDst, int n, double level) noexcept {
   if (const int error = kernels::checkArguments(n, srcDst)) return error;
-  kernels::table().clampBelow(srcDst, level, srcDst, n);
+  kernels::active.clampBelow.of(n)(srcDst, level, srcDst, n);
   return kStatusOk;
 }
 
 /// srcDst[i] = min(srcDst[i], level).
 inline int vecClampAboveInPlace(double* srcDst, int n, double level) noexcept {
   if (const int error = kernels::checkArguments(n, srcDst)) return error;
-  kernels::table().clampAbove(srcDst, level, srcDst, n);
+  kernels::active.clampAbove.of(n)(srcDst, level, srcDst, n);
   return kStatusOk;
 }
 
 /// An element below level becomes value; level itself stays.
 inline int vecThresholdLowInPlace(double* srcDst, int n, double level, double value) noexcept {
   if (const int error = kernels::checkArguments(n, srcDst)) return error;
-  kernels::table().thresholdLow(srcDst, level, value, srcDst, n);
+  kernels::active.thresholdLow.of(n)(srcDst, level, value, srcDst, n);
   return kStatusOk;
 }
 
 /// An element above level becomes value; level itself stays.
 inline int vecThresholdHighInPlace(double* srcDst, int n, double level, double value) noexcept {
   if (const int error = kernels::checkArguments(n, srcDst)) return error;
-  kernels::table().thresholdHigh(srcDst, level, value, srcDst, n);
+  kernels::active.thresholdHigh.of(n)(srcDst, level, value, srcDst, n);
   return kStatusOk;
 }
 
@@ -51,29 +51,28 @@ inline int vecThresholdBothInPlace(double* srcDst, int n, double levelLow, doubl
                                    double levelHigh, double valueHigh) noexcept {
   if (const int error = kernels::checkArguments(n, srcDst)) return error;
   if (levelLow > levelHigh) return kErrorThresholds;
-  const double bounds[4] = {levelLow, valueLow, levelHigh, valueHigh};
-  kernels::table().thresholdBoth(srcDst, n, bounds);
+  kernels::active.thresholdBoth.of(n)(srcDst, n, levelLow, valueLow, levelHigh, valueHigh);
   return kStatusOk;
 }
 
 /// srcDst[i] = min(src[i], srcDst[i]).
 inline int vecMinEveryInPlace(const double* src, double* srcDst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, src, srcDst)) return error;
-  kernels::table().smaller(src, srcDst, srcDst, n);
+  kernels::active.smaller.of(n)(src, srcDst, srcDst, n);
   return kStatusOk;
 }
 
 /// srcDst[i] = max(src[i], srcDst[i]).
 inline int vecMaxEveryInPlace(const double* src, double* srcDst, int n) noexcept {
   if (const int error = kernels::checkArguments(n, src, srcDst)) return error;
-  kernels::table().larger(src, srcDst, srcDst, n);
+  kernels::active.larger.of(n)(src, srcDst, srcDst, n);
   return kStatusOk;
 }
 
 /// *result = the largest |src[i]|; NaN elements are passed over (see vecStaysWithin).
 inline int vecMaxAbs(const double* src, int n, double* result) noexcept {
   if (const int error = kernels::checkArguments(n, src, result)) return error;
-  *result = kernels::table().maxAbs(src, n);
+  *result = kernels::active.maxAbs.of(n)(src, n);
   return kStatusOk;
 }
 
@@ -81,14 +80,14 @@ inline int vecMaxAbs(const double* src, int n, double* result) noexcept {
 /// then added in a fixed tree, at every processor level.
 inline int vecMean(const double* src, int n, double* result) noexcept {
   if (const int error = kernels::checkArguments(n, src, result)) return error;
-  *result = kernels::table().sum(src, n) / n;
+  *result = kernels::active.sum.of(n)(src, n) / n;
   return kStatusOk;
 }
 
 /// *result = sum of src, in float, with the partial sums of vecMean; hint is 0.
 inline int vecSumF(const float* src, int n, float* result, int /*hint*/) noexcept {
   if (const int error = kernels::checkArguments(n, src, result)) return error;
-  *result = kernels::table().sumFloat(src, n);
+  *result = kernels::active.sumFloat.of(n)(src, n);
   return kStatusOk;
 }
 
@@ -96,7 +95,7 @@ inline int vecSumF(const float* src, int n, float* result, int /*hint*/) noexcep
 /// True for a null or empty vector.
 inline bool vecStaysWithin(const double* src, int n, double limit) noexcept {
   if (kernels::checkArguments(n, src)) return true;
-  return kernels::table().staysWithin(src, n, limit);
+  return kernels::active.staysWithin.of(n)(src, n, limit);
 }
 
 }  // namespace orvantesco

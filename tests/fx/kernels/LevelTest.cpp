@@ -24,9 +24,9 @@ class LevelChoice : public ::testing::Test {
 
 TEST_F(LevelChoice, TheFirstCallTakesTheBestLevel) {
   double x[4] = {};
-  EXPECT_EQ(chosenTable.load(), nullptr);
+  EXPECT_FALSE(isChosen());
   vecSet(1.0, x, 4);
-  EXPECT_NE(chosenTable.load(), nullptr);
+  EXPECT_TRUE(isChosen());
   EXPECT_EQ(levelInForce(), best());
   EXPECT_EQ(x[3], 1.0);
 }
@@ -34,9 +34,9 @@ TEST_F(LevelChoice, TheFirstCallTakesTheBestLevel) {
 TEST_F(LevelChoice, LaterCallsChangeNothing) {
   double x[4] = {};
   vecSet(1.0, x, 4);
-  const KernelTable* first = chosenTable.load();
+  const auto first = active.add.of(4);
   for (int i = 0; i < 100; ++i) vecAddInPlace(x, x, 4);
-  EXPECT_EQ(chosenTable.load(), first);
+  EXPECT_EQ(active.add.of(4), first);
 }
 
 TEST_F(LevelChoice, ATestMayForceALevelBeforeTheFirstCall) {
@@ -90,6 +90,39 @@ TEST_F(LevelChoice, ThreadsThatMeetAtTheFirstCallAgree) {
     ASSERT_EQ(sums[0] + sums[1], 2.0);
     ASSERT_EQ(levelInForce(), best());
   }
+}
+
+/// Calls one operation as the very first one and says whether it chose the level and did its work.
+template <class Call>
+bool choosesAtFirst(Call call) {
+  forgetLevel();
+  return call() == 0 && isChosen();
+}
+
+TEST_F(LevelChoice, AnyOperationMayBeTheFirst) {
+  double a[40] = {1.0, 2.0}, b[40] = {3.0, 4.0}, result = 0.0;
+  float f[40] = {1.0f}, sum = 0.0f;
+  for (const int n : {32, 33}) {
+    EXPECT_TRUE(choosesAtFirst([&] { return vecMul(a, b, b, n); }));
+    EXPECT_TRUE(choosesAtFirst([&] { return vecThresholdBothInPlace(a, n, -1, -1, 1, 1); }));
+    EXPECT_TRUE(choosesAtFirst([&] { return vecMaxAbs(a, n, &result); }));
+    EXPECT_TRUE(choosesAtFirst([&] { return vecSumF(f, n, &sum, 0); }));
+    EXPECT_EQ(result, 1.0);
+    EXPECT_EQ(sum, 1.0f);
+  }
+}
+
+TEST_F(LevelChoice, AFilterMayBeTheFirst) {
+  const double taps[] = {1.0, 0.5, 1.0, -0.25};
+  alignas(64) std::uint8_t buffer[2048];
+  IirState* state = nullptr;
+  double x[2] = {1.0, 0.0}, line[1] = {};
+  EXPECT_TRUE(choosesAtFirst([&] { return iirInitDirect(&state, taps, 1, nullptr, buffer); }));
+  EXPECT_TRUE(choosesAtFirst([&] { return iirFilterInPlace(x, 2, state); }));
+  EXPECT_TRUE(choosesAtFirst([&] { return iirGetDelayLine(state, line); }));
+  EXPECT_TRUE(choosesAtFirst([&] { return iirSetDelayLine(state, line); }));
+  EXPECT_EQ(x[1], 0.75);
+  EXPECT_EQ(line[0], 0.1875);
 }
 
 TEST_F(LevelChoice, LevelsHaveNames) {
