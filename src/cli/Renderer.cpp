@@ -35,15 +35,15 @@ Renderer::Renderer(const RenderSettings& renderSettings, const RenderJob& render
   if (!settings.automationFile.empty()) {
     events = readAutomationFile(settings.automationFile, engine.bank(), input.sampleRate());
   }
-  for (auto* buffer : {&left, &right, &side, &sideRight, &outLeft, &outRight}) {
+  for (auto* buffer : {&left, &right, &side, &outLeft, &outRight}) {
     buffer->assign(static_cast<std::size_t>(lengths.longest()), 0.0);
   }
   file = std::make_unique<AudioWriter>(job.output, planOutput());
 }
 
-std::unique_ptr<AudioReader> Renderer::openSideChain() const {
+std::unique_ptr<SideChainReader> Renderer::openSideChain() const {
   if (settings.sideChainFile.empty()) return nullptr;
-  auto reader = std::make_unique<AudioReader>(settings.sideChainFile);
+  auto reader = std::make_unique<SideChainReader>(settings.sideChainFile);
   if (reader->sampleRate() == input.sampleRate()) return reader;
   throw workFailed(fmt::format("{}: has a sample rate of {} Hz, expected {} Hz as {} has",
                                settings.sideChainFile, reader->sampleRate(), input.sampleRate(),
@@ -142,16 +142,6 @@ int Renderer::readInput(int frames) {
   return input.read(buffers, frames);
 }
 
-/// The side chain plays on behind the input for as long as it lasts.
-void Renderer::readSideChain(int frames) {
-  double* buffers[] = {side.data(), sideRight.data()};
-  sideChain->read(buffers, frames);
-  if (sideChain->channels() < 2) return;
-  for (std::size_t i = 0; i < static_cast<std::size_t>(frames); ++i) {
-    side[i] = 0.5 * side[i] + 0.5 * sideRight[i];
-  }
-}
-
 void Renderer::clearInput(int frames) {
   std::fill_n(left.begin(), frames, 0.0);
   std::fill_n(right.begin(), frames, 0.0);
@@ -171,7 +161,8 @@ void Renderer::renderBlock(int frames) {
 }
 
 void Renderer::renderAndWrite(int frames) {
-  if (sideChain != nullptr) readSideChain(frames);
+  // The side chain plays on behind the input for as long as it lasts.
+  if (sideChain != nullptr) sideChain->read(side.data(), frames);
   renderBlock(frames);
   // The first block has told the latency.
   if (!output) output.emplace(*file, RenderOutput::Cut{engine.latency(), settings.keepLatency});
@@ -181,11 +172,13 @@ void Renderer::renderAndWrite(int frames) {
 
 std::vector<std::string> Renderer::warnings() const {
   std::vector<std::string> lines;
-  for (const AudioReader* reader : {&input, static_cast<const AudioReader*>(sideChain.get())}) {
-    if (reader == nullptr || reader->nonFiniteSamples() == 0) continue;
-    lines.push_back(fmt::format("{}: {} samples are not finite and were rendered as 0",
-                                reader->path(), reader->nonFiniteSamples()));
-  }
+  const auto countNonFinite = [&lines](const std::string& path, std::int64_t samples) {
+    if (samples == 0) return;
+    lines.push_back(
+        fmt::format("{}: {} samples are not finite and were rendered as 0", path, samples));
+  };
+  countNonFinite(job.input, input.nonFiniteSamples());
+  if (sideChain != nullptr) countNonFinite(settings.sideChainFile, sideChain->nonFiniteSamples());
   if (file->clippedSamples() > 0) {
     lines.push_back(fmt::format("{}: {} samples passed full scale and were clipped", job.output,
                                 file->clippedSamples()));

@@ -12,6 +12,7 @@
 #include "cli/RenderEngine.h"
 #include "cli/RenderOutput.h"
 #include "cli/RenderStats.h"
+#include "cli/SideChainReader.h"
 
 namespace orvantesco::cli {
 
@@ -34,7 +35,7 @@ class Renderer {
   std::vector<std::string> warnings() const;
 
  private:
-  std::unique_ptr<AudioReader> openSideChain() const;
+  std::unique_ptr<SideChainReader> openSideChain() const;
   AudioWriter::Plan planOutput() const;
   void warmUp();
   void playInput(ProgressBar& progress);
@@ -44,7 +45,6 @@ class Renderer {
   int cutAtEvent(int frames) const;
   void applyEvents();
   int readInput(int frames);
-  void readSideChain(int frames);
   void clearInput(int frames);
   void renderBlock(int frames);
   void renderAndWrite(int frames);
@@ -53,7 +53,7 @@ class Renderer {
   const RenderSettings settings;
   const RenderJob job;
   AudioReader input;
-  std::unique_ptr<AudioReader> sideChain;
+  std::unique_ptr<SideChainReader> sideChain;
   RenderEngine engine;
   std::vector<AutomationEvent> events;
   std::size_t nextEvent = 0;
@@ -62,7 +62,7 @@ class Renderer {
   std::optional<RenderOutput> output;
   std::int64_t position = 0;  ///< frames since the input's first one
 
-  std::vector<double> left, right, side, sideRight, outLeft, outRight;
+  std::vector<double> left, right, side, outLeft, outRight;
 };
 
 }  // namespace orvantesco::cli

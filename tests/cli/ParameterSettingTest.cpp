@@ -44,7 +44,8 @@ TEST_F(ParameterSettingTest, RefusesWhatIsNoAssignment) {
   EXPECT_NE(refusal("Feedback 1").find("NAME=VALUE"), std::string::npos);
   EXPECT_NE(refusal("Feedbak 1=5").find("Feedback1"), std::string::npos);
   EXPECT_NE(refusal("Feedback 1=soft").find("Feedback 1"), std::string::npos);
-  EXPECT_NE(refusal("Feedback 1=1000").find(rangeText(*bank.getParam(kFeedback))), std::string::npos);
+  EXPECT_NE(refusal("Feedback 1=1000").find(rangeText(*bank.getParam(kFeedback))),
+            std::string::npos);
   EXPECT_NE(refusal("=5"), "");
   EXPECT_NE(refusal("Feedback 1="), "");
 }

@@ -104,6 +104,34 @@ TEST_F(RenderSignal, TakesASideChainWithoutLettingItIntoTheSignal) {
   }
 }
 
+TEST_F(RenderSignal, ReadsTheSideChainAndWarnsOfItsSamplesToo) {
+  Sound side = noise(3000, 29);
+  side.channels[1][2999] = std::nan("");
+  writeSound(folder.file("side.wav"), side);
+  input(noise(5000, 30));
+  const ProgramResult result = renderDouble({"--sidechain", "side.wav"});
+  EXPECT_NE(result.err.find("side.wav: 1 samples are not finite"), std::string::npos) << result.err;
+}
+
+TEST_F(RenderSignal, TellsTheEngineThatAFileIsMono) {
+  const Sound mono = noise(5000, 41, 1);
+  input(Sound{48000, {mono.channels[0], mono.channels[0]}});
+  const Sound left = rendered({"--set", "Input 1=LEFT"});
+  input(mono);
+  EXPECT_EQ(rendered({"--set", "Input 1=MONO"}).channels, left.channels) << "not its sum";
+}
+
+TEST_F(RenderSignal, SetsExactlyTheNumberThatWasTyped) {
+  input(noise(2000, 42));
+  const Arguments common{"--set", "Wet Level=0", "--warm-up", "0", "--tail", "0.2"};
+  for (const std::string percent : {"29", "57", "58", "33.3"}) {
+    writeBytes(folder.file("moves.csv"), "0,Dry Level," + percent + "\n");
+    const Sound typed = rendered(common + Arguments{"--set", "Dry Level=" + percent});
+    EXPECT_EQ(rendered(common + Arguments{"--automation", "moves.csv"}).channels, typed.channels)
+        << percent;
+  }
+}
+
 TEST_F(RenderSignal, FollowsTheTempoWithItsNoteValues) {
   input(impulse(4800, 0));
   const Arguments eighths = {"--set", "Dry Level=0",      "--set",  "Timebase 1=1/8",
