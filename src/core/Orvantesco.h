@@ -75,8 +75,8 @@ class Orvantesco : public IPlugAAX {
   /// Buffers may be shared between inputs and outputs.
   void ProcessDoubleReplacing(double** inputs, double** outputs, int nFrames) override;
 
-  /// Tells which inputs the host connects and takes the inputs of slots and envelopes anew. The audio thread must
-  /// be out of the object.
+  /// Tells which inputs the host connects, and takes the inputs of slots and envelopes anew. The
+  /// audio thread must be out of the object.
   void connectInputs(int mainInputs, bool sideChain);
 
   /// Takes the host's rate: sizes, filters, times. Does nothing unless `force` is set or the rate
