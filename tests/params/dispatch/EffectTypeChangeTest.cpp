@@ -111,6 +111,8 @@ TEST_F(EffectTypeChangeTest, NewInstancesAreCompleteBeforeTheyAreSeen) {
 
 TEST_F(EffectTypeChangeTest, WhatChangesBehindTheHandOverReachesTheNewInstances) {
   chooseEffect(0, menuEntryOf(31));
+  EXPECT_EQ(probe.effectRequests(0),
+            kTakeAllEffectParams | kTakeAllEffectSources | kTakeEffectSwitch);
   set(fxParamIndex(4, FxParamKind::value, 0), 40.0);
   const EffectInstances* instances = running(0);
   for (const auto& instance : instances->list) EXPECT_DOUBLE_EQ(instance->wetShare(), 0.4);

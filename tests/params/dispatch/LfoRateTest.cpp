@@ -60,7 +60,7 @@ TEST_F(LfoRateTest, EnteringTempoModePicksTheNoteAtOrBelowTheRunningRate) {
 }
 
 TEST_F(LfoRateTest, EveryNoteMapsToItselfAtOddTempos) {
-  for (const double beatsPerMinute : {97.3, 120.0, 133.7, 200.1}) {
+  for (const double beatsPerMinute : {76.3, 120.0, 124.0, 130.1, 200.4}) {
     setTempo(beatsPerMinute);
     for (int note = 0; note < 8; ++note) {
       set(kLfoSync, 0);
