@@ -65,6 +65,7 @@ int processorCores() { return static_cast<int>(std::max(1U, std::thread::hardwar
 void RenderArguments::addTo(CLI::App& command) {
   addFiles(command);
   addTransport(command);
+  addTaps(command);
   const auto option = [&command](const char* name, std::string& text, const char* help) {
     return command.add_option(name, text, help);
   };
@@ -111,6 +112,22 @@ void RenderArguments::addTransport(CLI::App& command) {
   command.add_flag("--stopped", stopped, "the transport stands still");
 }
 
+void RenderArguments::addTaps(CLI::App& command) {
+  const auto option = [&command](const char* name, std::vector<std::string>& texts,
+                                 const char* help) {
+    return command.add_option(name, texts, help)
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  };
+  option("--taps", taps.taps, "taps that sound, in hexadecimal (bit 0 is the first), or a pattern")
+      ->type_name("SLOT:LEFT:RIGHT|SLOT:PATTERN");
+  option("--step-fx", taps.stepFx, "taps whose POST effect runs in TAPPED mode")
+      ->type_name("SLOT:MASK");
+  option("--step-mod", taps.stepMod, "taps on which row 1 or 2 lets its parameter be modulated")
+      ->type_name("ROW:SLOT:MASK");
+}
+
 RenderSettings RenderArguments::settings() const {
   RenderSettings result;
   result.assignments = assignments;
@@ -127,6 +144,7 @@ RenderSettings RenderArguments::settings() const {
   if (!sampleFormat.empty()) checkSampleFormatName(sampleFormat);
   result.sampleFormat = sampleFormat;
   result.seed = static_cast<std::uint32_t>(wholeFor(seedRange, seed));
+  result.taps = parseTapOptions(taps, result.seed);
   return result;
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "cli/RenderCall.h"
+#include "cli/TapOptions.h"
 
 namespace CLI {
 class App;
@@ -24,6 +25,7 @@ class RenderArguments {
  private:
   void addFiles(CLI::App& command);
   void addTransport(CLI::App& command);
+  void addTaps(CLI::App& command);
   RenderSettings settings() const;
 
   std::vector<std::string> inputs;
@@ -31,6 +33,7 @@ class RenderArguments {
   std::string outputFolder;
   std::string workers;
   std::vector<std::string> assignments;
+  TapOptionTexts taps;
   std::string automationFile;
   std::string sideChainFile;
   std::string tempo = "120";

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "cli/TapOptions.h"
+
 namespace orvantesco::cli {
 
 struct TransportSettings {
@@ -39,6 +41,7 @@ struct RenderSettings {
   bool keepLatency = false;
   std::string sampleFormat;  ///< empty: the container's default
   std::uint32_t seed = 1;
+  TapSettings taps;
 };
 
 struct RenderJob {

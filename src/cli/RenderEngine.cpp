@@ -65,6 +65,12 @@ void RenderEngine::setAsUser(const std::vector<std::string>& assignments) {
   for (const std::string& text : assignments) setAsUser(parseAssignment(bank(), text));
 }
 
+void RenderEngine::setTaps(const TapSettings& taps) {
+  for (const TapMaskSetting& of : taps.taps) effect.setTapMasks(of.slot, of.masks);
+  for (const StepFxSetting& of : taps.stepFx) effect.setStepFxMask(of.slot, of.mask);
+  for (const StepModSetting& of : taps.stepMod) effect.setStepModMask(of.row, of.slot, of.mask);
+}
+
 std::vector<std::string> RenderEngine::missingEffects() const {
   std::vector<std::string> missing;
   for (int position = 0; position < numPositions; ++position) {

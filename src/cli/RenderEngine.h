@@ -31,6 +31,9 @@ class RenderEngine {
   /// Applies "NAME=VALUE" texts in order, each as a gesture.
   void setAsUser(const std::vector<std::string>& assignments);
 
+  /// Sets the masks of the taps.
+  void setTaps(const TapSettings& taps);
+
   /// Effects that were chosen but that this build cannot make, as "NAME at PARAMETER".
   std::vector<std::string> missingEffects() const;
 

@@ -32,6 +32,7 @@ Renderer::Renderer(const RenderSettings& renderSettings, const RenderJob& render
       engine({input.sampleRate(), input.channels(), sideChain != nullptr}, settings),
       lengths(settings.blocks) {
   engine.setAsUser(settings.assignments);
+  engine.setTaps(settings.taps);
   if (!settings.automationFile.empty()) {
     events = readAutomationFile(settings.automationFile, engine.bank(), input.sampleRate());
   }
