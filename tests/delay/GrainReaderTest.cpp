@@ -204,14 +204,16 @@ TEST(GrainReader, AGrainIsCountedInSamplesOfTheSource) {
 }
 
 TEST(GrainReader, AWholeNumberOfStepsEndsAGrainWhateverTheRounding) {
-  // Thirds of a sample do not add up to whole numbers in binary.
-  Cloud cloud(40000, 44100.0);
-  GrainReader::Settings settings{1.0 / 3.0, 200.0 / 0.995, 1.0, 5000.0};
-  cloud.playAll(noise(400), settings);
-  const int before = cloud.plain.grains;
-  cloud.playAll(noise(75 * 10), settings);  // 24000 samples, 600 a grain
-  EXPECT_EQ(cloud.plain.grains - before, 40);
-  EXPECT_LT(cloud.error(), 1e-11);
+  // None of these speeds is exact in binary; each makes a grain of 300 in a whole number of steps.
+  for (const double steps : {900.0, 1000.0, 3000.0}) {
+    Cloud cloud(40000, 44100.0);
+    const GrainReader::Settings settings{300.0 / steps, 300.0 / 0.995, 1.0, 5000.0};
+    cloud.playAll(noise(400), settings);
+    const int before = cloud.plain.grains;
+    cloud.playAll(noise(static_cast<int>(steps) * 8), settings);
+    EXPECT_EQ(cloud.plain.grains - before, 8 * kVectorLength) << steps << " steps";
+    EXPECT_LT(cloud.error(), 1e-11) << steps << " steps";
+  }
 }
 
 /// The fade that a size and a setting come to rest at.
@@ -277,6 +279,19 @@ TEST(GrainReader, AResetReadsSilence) {
     silent = silent && std::all_of(block, block + 32, [](double x) { return x == 0.0; });
   }
   EXPECT_TRUE(silent);
+}
+
+TEST(GrainReader, AResetGoesBackToTheRingsStartInTheMiddleOfAGrain) {
+  const Signal signal = noise(500);
+  Cloud cloud(20000, 44100.0);
+  const GrainReader::Settings settings{1.3, 4000.0, 0.0, 9000.0};
+  cloud.playAll(signal, settings);
+  cloud.ring.reset();
+  cloud.plainRing.reset();
+  cloud.reader.reset();
+  cloud.plain.position = 0.0;
+  cloud.playAll(signal, settings);
+  EXPECT_LT(cloud.error(), 1e-10);
 }
 
 TEST(GrainReader, ARateChangeMakesItNewButForItsSettings) {

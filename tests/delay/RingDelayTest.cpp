@@ -106,6 +106,33 @@ TEST(RingDelay, ClearedLineIsSilentAtOnce) {
   EXPECT_EQ(delayed(line, signal, 200.0), shifted(signal, 200));
 }
 
+/// The whole signal through `readModulated` at one delay.
+Signal modulated(RingDelay& line, const Signal& signal, double delay) {
+  Signal out;
+  for (size_t at = 0; at < signal.size(); at += kVectorLength) {
+    line.write(&signal[at], kVectorLength);
+    const double* read = line.readModulated(delay, kVectorLength);
+    out.insert(out.end(), read, read + kVectorLength);
+  }
+  return out;
+}
+
+TEST(RingDelay, ClearedLineIsSilentForTheModulatedReadToo) {
+  RingDelay line;
+  modulated(line, noise(50), 100.3);
+  line.clear();
+  const Signal silence(50 * kVectorLength, 0.0);
+  EXPECT_EQ(modulated(line, silence, 100.3), silence);
+}
+
+TEST(RingDelay, AResizedLineIsLikeANewOne) {
+  RingDelay used, fresh;
+  used.resize(500, 30.0);
+  modulated(used, noise(50), 400.3);
+  for (RingDelay* line : {&used, &fresh}) line->resize(1000, 7.0);
+  EXPECT_EQ(modulated(used, noise(50), 200.3), modulated(fresh, noise(50), 200.3));
+}
+
 /// The modulated read, sample by sample.
 Signal plainModulated(const Signal& signal, const Signal& delays, int capacity, double ms,
                       double rate) {
