@@ -5,6 +5,7 @@
 #include "cli/Message.h"
 #include "cli/ParamsCommand.h"
 #include "cli/RenderCommand.h"
+#include "cli/ScopeCommand.h"
 
 namespace orvantesco::cli {
 namespace {
@@ -12,6 +13,7 @@ namespace {
 constexpr const char* examples =
     "Examples:\n"
     "  orvantesco render voice.wav -o echo.wav --set \"Delay TimeL 1=350\"\n"
+    "  orvantesco scope -o swing.png --set \"LFO On 1=ON\"\n"
     "  orvantesco params --match \"Delay Time\"\n"
     "  orvantesco render --help\n";
 
@@ -40,6 +42,7 @@ ExitCode runProgram(int argc, const char* const* argv) {
   program.footer(examples);
   program.require_subcommand(1);
   const RenderCommand render(program);
+  const ScopeCommand scope(program);
   const ParamsCall params(program);
   try {
     program.parse(argc, argv);
@@ -52,7 +55,8 @@ ExitCode runProgram(int argc, const char* const* argv) {
   } catch (const CLI::ParseError& fault) {
     throw badCall(fault.what());
   }
-  return render.wasCalled() ? render.run() : params.run();
+  if (render.wasCalled()) return render.run();
+  return scope.wasCalled() ? scope.run() : params.run();
 }
 
 }  // namespace orvantesco::cli

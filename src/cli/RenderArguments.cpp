@@ -64,11 +64,21 @@ int processorCores() { return static_cast<int>(std::max(1U, std::thread::hardwar
 
 void RenderArguments::addTo(CLI::App& command) {
   addFiles(command);
+  addPlaying(command);
+  command.add_flag("--keep-latency", keepLatency, "leave the latency in the output");
+  command.add_option("--format", sampleFormat, "pcm16, pcm24, float or double");
+  command.add_flag("--stats", stats, "print what was rendered as JSON");
+  command.add_flag("--quiet", quiet, "no progress bar");
+}
+
+void RenderArguments::addPlaying(CLI::App& command) {
   addTransport(command);
   addTaps(command);
   const auto option = [&command](const char* name, std::string& text, const char* help) {
     return command.add_option(name, text, help);
   };
+  option("--automation", automationFile, "CSV lines seconds,NAME,VALUE")->type_name("FILE");
+  option("--sidechain", sideChainFile, "third input, of the same rate as INPUT")->type_name("FILE");
   command
       .add_option("--set", assignments,
                   "a parameter, as the user sets it in the editor; repeatable")
@@ -79,11 +89,7 @@ void RenderArguments::addTo(CLI::App& command) {
   option("--block", block, "frames per host block, or random:SEED")->capture_default_str();
   option("--tail", tail, "seconds of silence after the input, or auto")->capture_default_str();
   option("--warm-up", warmUp, "seconds of silence before the input")->capture_default_str();
-  command.add_flag("--keep-latency", keepLatency, "leave the latency in the output");
-  option("--format", sampleFormat, "pcm16, pcm24, float or double");
   option("--seed", seed, "seed of every random source")->capture_default_str();
-  command.add_flag("--stats", stats, "print what was rendered as JSON");
-  command.add_flag("--quiet", quiet, "no progress bar");
 }
 
 void RenderArguments::addFiles(CLI::App& command) {
@@ -98,8 +104,6 @@ void RenderArguments::addFiles(CLI::App& command) {
       ->type_name("DIR");
   option("--jobs", workers, "worker processes for several inputs (as many as cores)")
       ->type_name("N");
-  option("--automation", automationFile, "CSV lines seconds,NAME,VALUE");
-  option("--sidechain", sideChainFile, "third input, of the same rate as INPUT");
 }
 
 void RenderArguments::addTransport(CLI::App& command) {

@@ -22,11 +22,16 @@ class RenderArguments {
   /// overwrite each other.
   RenderCall toCall() const;
 
+  /// Declares only what shapes the sound, for a command that plays without writing audio.
+  void addPlaying(CLI::App& command);
+
+  /// What these options mean. Throws a `Failure` for a value that an option does not take.
+  RenderSettings settings() const;
+
  private:
   void addFiles(CLI::App& command);
   void addTransport(CLI::App& command);
   void addTaps(CLI::App& command);
-  RenderSettings settings() const;
 
   std::vector<std::string> inputs;
   std::string output;

@@ -47,6 +47,9 @@ class RenderEngine {
   /// Samples; known after the first block.
   int latency() const noexcept { return host.latencySamples(); }
 
+  /// What the modulators gave in the last vector of 32 samples.
+  const ModulatorOutputs& modulators() const { return effect.modulatorOutputs(); }
+
   double longestDelaySeconds() const { return effect.longestDelayInUse(); }
 
  private:

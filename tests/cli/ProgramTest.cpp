@@ -26,7 +26,7 @@ TEST_F(Program, TellsItsVersion) {
 
 TEST_F(Program, ShowsAnExampleInTheHelpOfEveryCommand) {
   for (const std::vector<std::string>& call :
-       {std::vector<std::string>{"--help"}, {"params", "--help"}}) {
+       {std::vector<std::string>{"--help"}, {"params", "--help"}, {"scope", "--help"}}) {
     const ProgramResult result = run(call);
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_NE(result.out.find("Example"), std::string::npos) << call.front();
