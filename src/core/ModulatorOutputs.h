@@ -7,7 +7,8 @@
 namespace orvantesco {
 
 /// The vectors that modulation sources point at. Written by the audio thread at the end of a
-/// sub-block, read by the next one. A modulator that does not run leaves zeros.
+/// sub-block, read by the next one. An LFO or an envelope that is off leaves zeros, a gate or a
+/// logic unit its last vector.
 struct ModulatorOutputs {
   std::array<AudioVector, 4> lfo{};
   std::array<AudioVector, 4> gate{};

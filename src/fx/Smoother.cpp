@@ -82,25 +82,31 @@ const double* Smoother::ramp(double x, int n) noexcept {
 }
 
 // Four samples at a time: what they add is computed from zero, then the old state's share is put
-// on top.
+// on top. The offset of each tick adds up to a constant, which is kept out of the recursion.
 void Smoother::tickVector(double* srcDst) noexcept {
-  if (!isSaneVector(srcDst)) {
+  if (gain <= 0.0 || !isSaneVector(srcDst)) {
     for (int i = 0; i < kVectorLength; ++i) srcDst[i] = tick(srcDst[i]);
     return;
   }
-  double state = y;
+  const double settledOffset = kOffset / gain;
+  const double shown = settledOffset - kOffset;
+  const double a = coefficient;
+  const double a2 = powers[1];
+  const double a3 = powers[2];
+  const double a4 = powers[3];
+  double state = y - settledOffset;
   for (int i = 0; i < kVectorLength; i += 4) {
-    const double d0 = srcDst[i] * gain + kOffset;
-    const double d1 = srcDst[i + 1] * gain + kOffset + coefficient * d0;
-    const double d2 = srcDst[i + 2] * gain + kOffset + coefficient * d1;
-    const double d3 = srcDst[i + 3] * gain + kOffset + coefficient * d2;
-    srcDst[i] = powers[0] * state + d0 - kOffset;
-    srcDst[i + 1] = powers[1] * state + d1 - kOffset;
-    srcDst[i + 2] = powers[2] * state + d2 - kOffset;
-    state = powers[3] * state + d3;
-    srcDst[i + 3] = state - kOffset;
+    const double d0 = srcDst[i] * gain;
+    const double d1 = srcDst[i + 1] * gain + a * d0;
+    const double d2 = srcDst[i + 2] * gain + a * d1;
+    const double d3 = srcDst[i + 3] * gain + a * d2;
+    srcDst[i] = a * state + d0 + shown;
+    srcDst[i + 1] = a2 * state + d1 + shown;
+    srcDst[i + 2] = a3 * state + d2 + shown;
+    state = a4 * state + d3;
+    srcDst[i + 3] = state + shown;
   }
-  y = state;
+  y = state + settledOffset;
 }
 
 const float* Smoother::rampFloat(float x, int n) noexcept {

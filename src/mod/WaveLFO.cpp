@@ -147,19 +147,19 @@ void WaveLFO::process(double* out) noexcept {
   } else {
     sweep(inc, out);
   }
-  if (!sampleAndHold) shapeWave(out);
-  vecMulConstInPlace(scale, out, kVectorLength);
-  vecAddConstInPlace(offset, out, kVectorLength);
+  shapeWave(out);
   glide.tickVector(out);
   vecMulConstInPlace(depth, out, kVectorLength);
   firstValue = out[0];
 }
 
 void WaveLFO::shapeWave(double* wave) noexcept {
-  const double sign = swapSign;
-  lastWave = wave[kVectorLength - 1] * sign;
+  const double sign = sampleAndHold ? 1.0 : swapSign;
+  if (!sampleAndHold) lastWave = wave[kVectorLength - 1] * sign;
+  const double gain = scale;
+  const double shift = offset;
   for (int i = 0; i < kVectorLength; ++i) {
-    wave[i] = std::max(-1.0, std::min(1.0, wave[i] * sign));
+    wave[i] = std::max(-1.0, std::min(1.0, wave[i] * sign)) * gain + shift;
   }
 }
 

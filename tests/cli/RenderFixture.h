@@ -23,6 +23,7 @@ inline Arguments dryOnly() { return {"--set", "Wet Level=0", "--set", "Dry Level
 /// Settings under which the output is one echo of the input per side, nothing else.
 inline Arguments oneEcho(const std::string& leftMs, const std::string& rightMs) {
   return {"--set", "Dry Level=0",
+          "--set", "Main ModDepth=0",
           "--set", "Timebase 1=MS",
           "--set", "Delay TimeL 1=" + leftMs,
           "--set", "Delay TimeR 1=" + rightMs,

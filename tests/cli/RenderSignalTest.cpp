@@ -134,9 +134,13 @@ TEST_F(RenderSignal, SetsExactlyTheNumberThatWasTyped) {
 
 TEST_F(RenderSignal, FollowsTheTempoWithItsNoteValues) {
   input(impulse(4800, 0));
-  const Arguments eighths = {"--set", "Dry Level=0",      "--set",  "Timebase 1=1/8",
-                             "--set", "DelayFactorL 1=1", "--set",  "DelayFactorR 1=2",
-                             "--set", "Feedback 1=0",     "--tail", "1.5"};
+  const Arguments eighths = {"--set",  "Dry Level=0",
+                             "--set",  "Timebase 1=1/8",
+                             "--set",  "DelayFactorL 1=1",
+                             "--set",  "DelayFactorR 1=2",
+                             "--set",  "Main ModDepth=0",
+                             "--set",  "Feedback 1=0",
+                             "--tail", "1.5"};
   const Sound slow = rendered(eighths + Arguments{"--tempo", "60"});
   const Sound fast = rendered(eighths + Arguments{"--tempo", "120"});
   const auto difference = [&](std::size_t side) {

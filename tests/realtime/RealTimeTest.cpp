@@ -8,6 +8,7 @@
 #include "params/ParamIndex.h"
 #include "realtime/AudioThreadGuard.h"
 #include "support/EngineRig.h"
+#include "support/ModulatorSettings.h"
 
 namespace orvantesco {
 namespace {
@@ -57,6 +58,14 @@ TEST(RealTime, BlocksAskForNothingInAnyDelayMode) {
   rig.warmUp();
   StereoBuffer audio = noise(48000);
   expectRealTime("four slots, four modes", [&] { rig.render(audio, 333); });
+}
+
+TEST(RealTime, AllModulatorsAskForNothing) {
+  EngineRig rig;
+  switchOnModulators(rig);
+  rig.warmUp();
+  StereoBuffer audio = noise(48000);
+  expectRealTime("fourteen modulators", [&] { rig.render(audio, 333); });
 }
 
 TEST(RealTime, AutomationOnTheAudioThreadAsksForNothing) {
