@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "fx/Runaway.h"
-#include "fx/VectorLength.h"
+#include "fx/kernels/VectorBounds.h"
 
 namespace orvantesco {
 
@@ -16,12 +16,14 @@ double clean(double x) noexcept {
 
 }  // namespace
 
-void cleanCopy(const double* source, double* destination, int n) noexcept {
-  if (n == kVectorLength && isSaneVector(source)) {
-    std::copy_n(source, kVectorLength, destination);
-    return;
+bool cleanCopy(const double* source, double* destination, int n) noexcept {
+  if (n <= 0) return true;
+  if (vecStaysWithin(source, n, kQuietLimit)) {
+    std::copy_n(source, n, destination);
+    return true;
   }
-  for (int i = 0; i < n; ++i) destination[i] = clean(source[i]);
+  std::transform(source, source + n, destination, clean);
+  return false;
 }
 
 }  // namespace orvantesco

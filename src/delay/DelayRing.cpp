@@ -24,13 +24,15 @@ void DelayRing::allocate(int samples) {
 void DelayRing::reset() noexcept {
   position = 0;
   readableEnd = 0;
+  quiet = true;
 }
 
 void DelayRing::write(const double* source, int n) noexcept {
   assert(n <= kGuard);
   const int first = std::min(n, ringLength - position);
-  cleanCopy(source, memory + position, first);
-  cleanCopy(source + first, memory, n - first);
+  const bool endIsQuiet = cleanCopy(source, memory + position, first);
+  const bool startIsQuiet = cleanCopy(source + first, memory, n - first);
+  quiet = quiet && endIsQuiet && startIsQuiet;
   position += n;
   if (position >= ringLength) {
     position -= ringLength;

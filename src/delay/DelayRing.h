@@ -47,6 +47,9 @@ class DelayRing {
   /// True when every position of the ring is written.
   bool full() const noexcept { return readableEnd > ringLength; }
 
+  /// True while every sample since the last reset lay within kQuietLimit (CleanCopy.h).
+  bool isQuiet() const noexcept { return quiet; }
+
   /// The ring's first sample. Only what `holds` vouches for may be read through it.
   const double* data() const noexcept { return memory; }
 
@@ -73,6 +76,7 @@ class DelayRing {
   double* memory = nullptr;
   int ringLength = 0;
   int position = 0;
+  bool quiet = true;
   int readableEnd = 0;  ///< end of the readable part; with the guard copy once the ring is full
 };
 

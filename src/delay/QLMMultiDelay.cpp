@@ -99,25 +99,26 @@ void QLMMultiDelay::setHighpass(double normalisedFrequency) noexcept {
   highpassActive = normalisedFrequency > kHighpassOffHz / sampleRate;
 }
 
-/// The delay with its modulation, held within what the ring can give. It is a float: times and
-/// their modulation are compared and glided to in steps of it.
-float QLMMultiDelay::targetOf(double delay) const noexcept {
-  double wanted = static_cast<float>(delay);
-  if (mode >= kTapped && modSource[kTapsTimeControl] != nullptr) {
-    wanted += modulationOf(kTapsTimeControl) * sampleRate;
-  } else {
-    wanted += modulationOf(kDelayTimeControl) * channelSign;
-  }
-  const float shortest = static_cast<float>(minDelay);
-  const float longest = static_cast<float>(ring.length() - 1);
-  const float target = static_cast<float>(wanted);
+QLMMultiDelay::TimeRange QLMMultiDelay::timeRange() const noexcept {
+  TimeRange range;
+  range.shortest = static_cast<float>(minDelay);
+  range.longest = static_cast<float>(ring.length() - 1);
+  const bool hasTapsSource = isTapped() && modSource[kTapsTimeControl] != nullptr;
+  range.swing = hasTapsSource ? modulationOf(kTapsTimeControl) * sampleRate
+                              : modulationOf(kDelayTimeControl) * channelSign;
+  return range;
+}
+
+/// The delay with its modulation, held within what the ring can give. It is a float: times are
+/// compared and glided to in steps of it.
+inline float QLMMultiDelay::TimeRange::targetOf(double delay) const noexcept {
+  const float target = static_cast<float>(static_cast<float>(delay) + swing);
   return target > shortest ? std::min(target, longest) : shortest;  // NaN becomes the shortest
 }
 
 const double* QLMMultiDelay::readTap(double delay, [[maybe_unused]] int n, int tap) noexcept {
   assert(n == kVectorLength);
   (this->*renderer)({targetOf(delay), tapWithin(tap), singleOutput});
-  dropRunaway(singleOutput);
   return singleOutput;
 }
 
@@ -128,11 +129,12 @@ void QLMMultiDelay::readTapPair(QLMMultiDelay& left, double delayL, QLMMultiDela
     right.readTap(delayR, n, 0);
     return;
   }
-  TapReader::readPair(left.taps, left.ring, {left.targetOf(delayL), 0, left.singleOutput},
-                      right.taps, right.ring, {right.targetOf(delayR), 0, right.singleOutput});
+  const bool isCalm =
+      TapReader::readPair(left.taps, left.ring, {left.targetOf(delayL), 0, left.singleOutput},
+                          right.taps, right.ring, {right.targetOf(delayR), 0, right.singleOutput});
   for (QLMMultiDelay* delay : {&left, &right}) {
-    if (delay->mode == kForward) delay->filterEchoes(delay->singleOutput);
-    delay->dropRunaway(delay->singleOutput);
+    if (!isCalm) delay->dropRunaway(delay->singleOutput);
+    if (!delay->isTapped()) delay->filterEchoes(delay->singleOutput);
   }
 }
 
@@ -140,16 +142,18 @@ void QLMMultiDelay::readTaps(TapRead* reads, int count, [[maybe_unused]] int n) 
   assert(n == kVectorLength && count >= 0 && count <= kTapCount);
   TapReader::Read planned[kTapCount];
   count = std::clamp(count, 0, kTapCount);
+  const TimeRange range = timeRange();
   for (int k = 0; k < count; ++k) {
-    planned[k] = {targetOf(reads[k].delay), tapWithin(reads[k].tap), tapOutputs[k]};
+    planned[k].delaySamples = range.targetOf(reads[k].delay);
+    planned[k].tap = tapWithin(reads[k].tap);
+    planned[k].output = tapOutputs[k];
     reads[k].samples = tapOutputs[k];
   }
-  if (mode >= kTapped) {
-    taps.readMany(ring, planned, count);
-  } else {
+  if (!isTapped()) {
     for (int k = 0; k < count; ++k) (this->*renderer)(planned[k]);
+  } else if (!taps.readMany(ring, planned, count)) {
+    for (int k = 0; k < count; ++k) dropRunaway(tapOutputs[k]);
   }
-  for (int k = 0; k < count; ++k) dropRunaway(tapOutputs[k]);
 }
 
 const double* QLMMultiDelay::readRaw(double delay, int n) noexcept {
@@ -160,22 +164,26 @@ const double* QLMMultiDelay::readRaw(double delay, int n) noexcept {
 }
 
 void QLMMultiDelay::renderForward(const TapReader::Read& read) noexcept {
-  taps.read(ring, read);
+  renderTapped(read);
   filterEchoes(read.output);
 }
 
-void QLMMultiDelay::renderTapped(const TapReader::Read& read) noexcept { taps.read(ring, read); }
+void QLMMultiDelay::renderTapped(const TapReader::Read& read) noexcept {
+  if (!taps.read(ring, read)) dropRunaway(read.output);
+}
 
 /// The cycle shortens with the grain position by a square law.
 void QLMMultiDelay::renderBackward(const TapReader::Read& read) noexcept {
   const double share = 1.0 - positionNow();
   const double cycle = (read.delaySamples - minDelay) * share * share + minDelay;
   reverse.read(ring, cycle, read.output);
+  dropRunaway(read.output);
   lowpass.process(read.output, nullptr);
 }
 
 void QLMMultiDelay::renderGrain(const TapReader::Read& read) noexcept {
   grains.read(ring, {rateNow(), sizeNow(), positionNow(), read.delaySamples}, read.output);
+  dropRunaway(read.output);
 }
 
 void QLMMultiDelay::filterEchoes(double* samples) noexcept {

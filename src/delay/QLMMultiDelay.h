@@ -112,14 +112,24 @@ class QLMMultiDelay final : public DSPShell {
  private:
   using Renderer = void (QLMMultiDelay::*)(const TapReader::Read& read) noexcept;
 
-  float targetOf(double delay) const noexcept;
+  struct TimeRange {
+    double swing = 0.0;  ///< samples that modulation adds
+    float shortest = 0.0F;
+    float longest = 0.0F;
+
+    float targetOf(double delay) const noexcept;
+  };
+
+  TimeRange timeRange() const noexcept;
+  float targetOf(double delay) const noexcept { return timeRange().targetOf(delay); }
   void renderForward(const TapReader::Read& read) noexcept;
   void renderBackward(const TapReader::Read& read) noexcept;
   void renderGrain(const TapReader::Read& read) noexcept;
   void renderTapped(const TapReader::Read& read) noexcept;
   void filterEchoes(double* samples) noexcept;
   void dropRunaway(double* samples) noexcept;
-  bool readsTaps() const noexcept { return mode == kForward || mode >= kTapped; }
+  bool isTapped() const noexcept { return mode >= kTapped; }
+  bool readsTaps() const noexcept { return isTapped() || mode <= kForward; }
 
   double positionNow() const noexcept;
   double rateNow() noexcept;

@@ -10,8 +10,10 @@ namespace orvantesco {
 struct TapBatch {
   static constexpr int kSpan = kVectorLength + 1;
 
-  void addSettled(const SettledTap& tap) noexcept { settled[settledCount++] = tap; }
-  void addMoving(const MovingTap& tap) noexcept { moving[movingCount++] = tap; }
+  // To be filled field by field: a whole struct would be copied in wider pieces than it was
+  // written in, for which the processor has to wait.
+  SettledTap& nextSettled() noexcept { return settled[settledCount++]; }
+  MovingTap& nextMoving() noexcept { return moving[movingCount++]; }
 
   /// Room for one span of samples, for a tap that reads where nothing is written.
   double* nextScratch() noexcept { return scratch[scratchCount++]; }
@@ -21,6 +23,7 @@ struct TapBatch {
     if (movingCount > 0) tapLanesFor(movingCount).readMoving(moving, movingCount, glide);
   }
 
+  bool isCalm = true;  ///< no tap of it can run away within this block
   int settledCount = 0;
   int movingCount = 0;
   int scratchCount = 0;

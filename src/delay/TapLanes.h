@@ -13,23 +13,24 @@ namespace orvantesco {
 /// on fractional delay filtering) at fraction f, so every bundle size and every processor level
 /// gives the same bits. The last output is the tap's new memory.
 
-/// A tap whose delay stands still over the block.
+/// A tap whose delay stands still over the block. (Both kinds are filled as a whole, and have no
+/// initial values: sixteen of each would cost as much to clear as a tap costs to read.)
 struct SettledTap {
-  const double* samples = nullptr;  ///< 33 samples, from the one before the first that is read
-  double coefficient = 0.0;         ///< c
-  double memory = 0.0;              ///< y before the block
-  double* output = nullptr;         ///< 32 samples
+  const double* samples;  ///< 33 samples, from the one before the first that is read
+  double coefficient;     ///< c
+  double memory;          ///< y before the block
+  double* output;         ///< 32 samples
 };
 
 /// A tap whose delay d moves. Sample i lies, with r the whole part of d[i], at newest + i - r + 1;
 /// it and the one before it are loaded as neighbours, so all of them have to be written, and the
 /// ring's end must not lie between them.
 struct MovingTap {
-  const double* newest = nullptr;  ///< the sample written last
-  double start = 0.0;              ///< delay in samples before the block
-  double pull = 0.0;               ///< gain of the glide times its target
-  double memory = 0.0;             ///< y before the block
-  double* output = nullptr;        ///< 32 samples
+  const double* newest;  ///< the sample written last
+  double start;          ///< delay in samples before the block
+  double pull;           ///< gain of the glide times its target
+  double memory;         ///< y before the block
+  double* output;        ///< 32 samples
 };
 
 /// The loops of one processor level. Any number of taps from 1 on; nothing is allocated.

@@ -1,8 +1,11 @@
 #include "delay/TapReader.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "delay/CleanCopy.h"
 #include "delay/TapBatch.h"
+#include "fx/Runaway.h"
 
 namespace orvantesco {
 
@@ -11,6 +14,13 @@ namespace {
 /// Delays below one block reach samples that are not written yet; only a glide on its way up from
 /// 0 has them.
 constexpr int kShortestWritten = kVectorLength;
+
+/// Memory from which one block cannot reach the runaway limit: with |x| within the quiet limit
+/// and c within 0..1, |y[i]| is at most |y[i-1]| + 2 |x|.
+constexpr double kCalmMemory = 3e7;
+static_assert(kCalmMemory + kVectorLength * 2.0 * kQuietLimit < kRunawayLimit);
+
+constexpr std::uint32_t bitOf(int tap) noexcept { return 1U << tap; }
 
 double coefficientOf(double fraction) noexcept { return (1.0 - fraction) / (1.0 + fraction); }
 
@@ -22,8 +32,9 @@ void copyWhole(const double* samples, double memory, double* output) noexcept {
     std::copy_n(samples + 1, kVectorLength, output);
     return;
   }
+  const double minusOff = -off;
   for (int i = 0; i < kVectorLength; i += 2) {
-    output[i] = samples[i + 1] - off;
+    output[i] = samples[i + 1] + minusOff;
     output[i + 1] = samples[i + 2] + off;
   }
 }
@@ -32,73 +43,96 @@ void copyWhole(const double* samples, double memory, double* output) noexcept {
 
 void TapReader::setRate(double rateHz) noexcept {
   glide.setRate(rateHz);
-  std::fill_n(glideNow, kTapCount, 0.0);
+  std::fill_n(taps, kTapCount, Tap{});
   clearMemory();
 }
 
-void TapReader::read(const DelayRing& ring, const Read& tap) noexcept {
-  TapBatch batch;
-  plan(ring, tap, batch);
-  batch.run(glide);
-  finish(tap);
-}
-
-void TapReader::readMany(const DelayRing& ring, const Read* taps, int count) noexcept {
-  TapBatch batch;
-  for (int k = 0; k < count; ++k) plan(ring, taps[k], batch);
-  batch.run(glide);
-  for (int k = 0; k < count; ++k) finish(taps[k]);
-}
-
-void TapReader::readPair(TapReader& left, const DelayRing& ringL, const Read& tapL,
-                         TapReader& right, const DelayRing& ringR, const Read& tapR) noexcept {
-  if (left.glide.gain != right.glide.gain) {  // at two rates the tables differ
-    left.read(ringL, tapL);
-    right.read(ringR, tapR);
+[[gnu::always_inline]] inline void TapReader::planSettled(const DelayRing& ring, const Read& read,
+                                                          double memory, TapBatch& batch) noexcept {
+  const Tap& tap = taps[read.tap];
+  const int first = ring.wrap(ring.writePosition() - 1 - tap.whole);
+  const double* samples = ring.span(first, TapBatch::kSpan, batch.nextScratch());
+  if (tap.coefficient == 1.0) {
+    copyWhole(samples, memory, read.output);
     return;
   }
-  TapBatch batch;
-  left.plan(ringL, tapL, batch);
-  right.plan(ringR, tapR, batch);
-  batch.run(left.glide);
-  left.finish(tapL);
-  right.finish(tapR);
+  SettledTap& settled = batch.nextSettled();
+  settled.samples = samples;
+  settled.coefficient = tap.coefficient;
+  settled.memory = memory;
+  settled.output = read.output;
 }
 
-void TapReader::plan(const DelayRing& ring, const Read& tap, TapBatch& batch) noexcept {
-  const double target = tap.delaySamples;
+/// Most taps are where they were in the block before: no glide, no start to be made.
+[[gnu::always_inline]] inline void TapReader::plan(const DelayRing& ring, const Read& read,
+                                                   TapBatch& batch) noexcept {
+  const Tap& tap = taps[read.tap];
+  batch.isCalm = batch.isCalm && std::fabs(tap.memory) <= kCalmMemory;
+  const bool isNew = snapsNext || (isFresh & bitOf(read.tap)) != 0;
+  if (isNew || tap.settledAt != read.delaySamples) {
+    planChange(ring, read, batch);
+  } else {
+    planSettled(ring, read, tap.memory, batch);
+  }
+}
+
+bool TapReader::read(const DelayRing& ring, const Read& read) noexcept {
+  return readMany(ring, &read, 1);
+}
+
+bool TapReader::readMany(const DelayRing& ring, const Read* reads, int count) noexcept {
+  TapBatch batch;
+  for (int k = 0; k < count; ++k) plan(ring, reads[k], batch);
+  batch.run(glide);
+  for (int k = 0; k < count; ++k) finish(reads[k]);
+  return batch.isCalm && ring.isQuiet();
+}
+
+bool TapReader::readPair(TapReader& left, const DelayRing& ringL, const Read& readL,
+                         TapReader& right, const DelayRing& ringR, const Read& readR) noexcept {
+  if (left.glide.gain != right.glide.gain) {  // at two rates the tables differ
+    const bool leftIsCalm = left.read(ringL, readL);
+    return right.read(ringR, readR) && leftIsCalm;
+  }
+  TapBatch batch;
+  left.plan(ringL, readL, batch);
+  right.plan(ringR, readR, batch);
+  batch.run(left.glide);
+  left.finish(readL);
+  right.finish(readR);
+  return batch.isCalm && ringL.isQuiet() && ringR.isQuiet();
+}
+
+void TapReader::planChange(const DelayRing& ring, const Read& read, TapBatch& batch) noexcept {
+  Tap& tap = taps[read.tap];
+  const double target = read.delaySamples;
   if (snapsNext) {
     snapsNext = false;
-    glideNow[tap.tap] = target;
-    isFresh |= 1U << tap.tap;
+    tap.delay = target;
+    isFresh |= bitOf(read.tap);
   }
-  const double start = glideNow[tap.tap];
-  const double end = glide.at(kVectorLength - 1, start, glide.gain * target);
-  if (TapGlide::isSettled(end, target)) {
-    glideNow[tap.tap] = target;
-    planSettled(ring, tap, batch);
-  } else {
-    glideNow[tap.tap] = end;
-    planMoving(ring, tap, start, batch);
+  const double start = tap.delay;
+  tap.delay = glide.at(kVectorLength - 1, start, glide.gain * target);
+  if (!TapGlide::isSettled(tap.delay, target)) {
+    tap.settledAt = 0.0F;
+    planMoving(ring, read, start, batch);
+    return;
   }
+  settle(tap, read.delaySamples);
+  const double first = ring.at(ring.wrap(ring.writePosition() - 1 - tap.whole));
+  planSettled(ring, read, takeFresh(read.tap) ? first : tap.memory, batch);
 }
 
-void TapReader::planSettled(const DelayRing& ring, const Read& tap, TapBatch& batch) noexcept {
-  const int whole = static_cast<int>(tap.delaySamples);
-  const double fraction = static_cast<double>(tap.delaySamples) - whole;
-  const int first = ring.wrap(ring.writePosition() - 1 - whole);
-  const double* samples = ring.span(first, TapBatch::kSpan, batch.nextScratch());
-  const double before = takeFresh(tap.tap) ? samples[0] : memory[tap.tap];
-  if (fraction == 0.0) {
-    copyWhole(samples, before, tap.output);
-  } else {
-    batch.addSettled({samples, coefficientOf(fraction), before, tap.output});
-  }
+void TapReader::settle(Tap& tap, float delaySamples) noexcept {
+  tap.delay = delaySamples;
+  tap.settledAt = delaySamples;
+  tap.whole = static_cast<int>(delaySamples);
+  tap.coefficient = coefficientOf(tap.delay - tap.whole);
 }
 
-void TapReader::planMoving(const DelayRing& ring, const Read& tap, double start,
+void TapReader::planMoving(const DelayRing& ring, const Read& read, double start,
                            TapBatch& batch) noexcept {
-  const double pull = glide.gain * tap.delaySamples;
+  const double pull = glide.gain * read.delaySamples;
   const double first = glide.at(0, start, pull);
   const double last = glide.at(kVectorLength - 1, start, pull);
   // The glide is monotonous but for its rounding, so one sample more on either side holds it.
@@ -108,27 +142,31 @@ void TapReader::planMoving(const DelayRing& ring, const Read& tap, double start,
   const bool isAhead = newest - longest >= 0;
   const bool isBehind = newest + kVectorLength - shortest < 0 && ring.full();
   if (shortest < kShortestWritten || !(isAhead || isBehind)) {
-    walk(ring, tap, start);
+    walk(ring, read, start);
     return;
   }
   const double* origin = ring.data() + newest + (isAhead ? 0 : ring.length());
-  const double before = takeFresh(tap.tap) ? origin[-static_cast<int>(first)] : memory[tap.tap];
-  batch.addMoving({origin, start, pull, before, tap.output});
+  const bool fresh = takeFresh(read.tap);
+  MovingTap& moving = batch.nextMoving();
+  moving.newest = origin;
+  moving.start = start;
+  moving.pull = pull;
+  moving.memory = fresh ? origin[-static_cast<int>(first)] : taps[read.tap].memory;
+  moving.output = read.output;
 }
 
 bool TapReader::takeFresh(int tap) noexcept {
-  const std::uint32_t bit = 1U << tap;
-  const bool was = (isFresh & bit) != 0;
-  isFresh &= ~bit;
+  const bool was = (isFresh & bitOf(tap)) != 0;
+  isFresh &= ~bitOf(tap);
   return was;
 }
 
 /// The moving read sample by sample, for the rare block in which the tap crosses the ring's end
 /// or reaches what is not written.
-void TapReader::walk(const DelayRing& ring, const Read& tap, double start) noexcept {
-  const double pull = glide.gain * tap.delaySamples;
-  bool fresh = takeFresh(tap.tap);
-  double y = memory[tap.tap];
+void TapReader::walk(const DelayRing& ring, const Read& read, double start) noexcept {
+  const double pull = glide.gain * read.delaySamples;
+  bool fresh = takeFresh(read.tap);
+  double y = taps[read.tap].memory;
   for (int i = 0; i < kVectorLength; ++i) {
     const double d = glide.at(i, start, pull);
     const int whole = static_cast<int>(d);
@@ -140,12 +178,12 @@ void TapReader::walk(const DelayRing& ring, const Read& tap, double start) noexc
     fresh = false;
     const double c = coefficientOf(d - whole);
     y = (c * ring.at(p) + ring.at(q)) - c * y;
-    tap.output[i] = y;
+    read.output[i] = y;
   }
 }
 
-void TapReader::finish(const Read& tap) noexcept {
-  memory[tap.tap] = tap.output[kVectorLength - 1];
+void TapReader::finish(const Read& read) noexcept {
+  taps[read.tap].memory = read.output[kVectorLength - 1];
 }
 
 }  // namespace orvantesco

@@ -43,28 +43,40 @@ class TapReader {
   /// The next tap that is read goes to its new delay at once.
   void snapNextGlide() noexcept { snapsNext = true; }
 
-  void read(const DelayRing& ring, const Read& tap) noexcept;
+  /// One tap. Returns whether the output is sure to lie within the runaway limit, because neither
+  /// the ring nor the tap's memory holds anything near it; otherwise the caller has to look.
+  bool read(const DelayRing& ring, const Read& read) noexcept;
 
   /// Several different taps of one ring, in lanes; the same bits as `read` of one after the other.
-  void readMany(const DelayRing& ring, const Read* taps, int count) noexcept;
+  bool readMany(const DelayRing& ring, const Read* reads, int count) noexcept;
 
   /// One tap of each of two readers, so that their recursions overlap; the same bits again.
-  static void readPair(TapReader& left, const DelayRing& ringL, const Read& tapL, TapReader& right,
-                       const DelayRing& ringR, const Read& tapR) noexcept;
+  static bool readPair(TapReader& left, const DelayRing& ringL, const Read& readL, TapReader& right,
+                       const DelayRing& ringR, const Read& readR) noexcept;
 
  private:
   static constexpr std::uint32_t kAllTaps = (1U << kTapCount) - 1;
 
-  void plan(const DelayRing& ring, const Read& tap, TapBatch& batch) noexcept;
-  void planSettled(const DelayRing& ring, const Read& tap, TapBatch& batch) noexcept;
-  void planMoving(const DelayRing& ring, const Read& tap, double start, TapBatch& batch) noexcept;
+  struct Tap {
+    double delay = 0.0;   ///< where the glide stands
+    double memory = 0.0;  ///< y[-1], unless the tap is fresh
+    double coefficient = 0.0;
+    float settledAt = 0.0F;  ///< the delay, in samples, that coefficient and whole belong to
+    int whole = 0;
+  };
+
+  void plan(const DelayRing& ring, const Read& read, TapBatch& batch) noexcept;
+  void settle(Tap& tap, float delaySamples) noexcept;
+  void planChange(const DelayRing& ring, const Read& read, TapBatch& batch) noexcept;
+  void planSettled(const DelayRing& ring, const Read& read, double memory,
+                   TapBatch& batch) noexcept;
+  void planMoving(const DelayRing& ring, const Read& read, double start, TapBatch& batch) noexcept;
   bool takeFresh(int tap) noexcept;
-  void walk(const DelayRing& ring, const Read& tap, double start) noexcept;
-  void finish(const Read& tap) noexcept;
+  void walk(const DelayRing& ring, const Read& read, double start) noexcept;
+  void finish(const Read& read) noexcept;
 
   TapGlide glide;
-  double glideNow[kTapCount] = {};
-  double memory[kTapCount] = {};  ///< y[-1] of each tap that is not fresh
+  Tap taps[kTapCount];
   std::uint32_t isFresh = kAllTaps;
   bool snapsNext = false;
 };
