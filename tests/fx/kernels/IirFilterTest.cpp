@@ -1,5 +1,9 @@
 #include "fx/kernels/IirReference.h"
 
+#if defined(__x86_64__)
+#include <xmmintrin.h>
+#endif
+
 namespace orvantesco {
 namespace {
 
@@ -138,6 +142,32 @@ TEST_P(IirFilters, KeepTheirMemoryAcrossAChangeOfTaps) {
   vecFree(buffer);
   EXPECT_EQ(firstDifference(got, expected), -1);
 }
+
+#if defined(__x86_64__)
+/// The audio thread's mode: results and operands below the normal range are zero.
+class FlushedDenormals {
+ public:
+  FlushedDenormals() : saved(_mm_getcsr()) { _mm_setcsr(saved | 0x8040u); }
+  ~FlushedDenormals() { _mm_setcsr(saved); }
+  FlushedDenormals(const FlushedDenormals&) = delete;
+  FlushedDenormals& operator=(const FlushedDenormals&) = delete;
+
+ private:
+  unsigned saved;
+};
+
+TEST_P(IirFilters, DecayAlikeWhereDenormalsAreFlushed) {
+  const FlushedDenormals flushed;
+  for (const Subject& subject : allSubjects()) {
+    Signal x(40000, 0.0);
+    x[0] = 1e-290;
+    OwnedFilter filter(subject.form, subject.taps, Signal(subject.line.size(), 0.0));
+    IirReference model = subject.model();
+    model.setLine(Signal(subject.line.size(), 0.0));
+    ASSERT_EQ(filter.run(x), model.run(x)) << subject.name();
+  }
+}
+#endif
 
 TEST_P(IirFilters, ABufferNeedNotBeAligned) {
   const Signal taps = drawSections(13, 3), line(26, 0.25), x = Draw<double>(1).plain(50);
