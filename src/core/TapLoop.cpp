@@ -2,7 +2,6 @@
 // level and pan, swell echoes before it and a POST effect of its own.
 
 #include <array>
-#include "core/EngineRate.h"
 
 #include "core/EngineRate.h"
 #include "core/Orvantesco.h"

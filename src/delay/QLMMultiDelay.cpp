@@ -122,6 +122,7 @@ const double* QLMMultiDelay::readTap(double delay, [[maybe_unused]] int n, int t
   return singleOutput;
 }
 
+// Two delays with a time each. NOLINTNEXTLINE(readability-function-size)
 void QLMMultiDelay::readTapPair(QLMMultiDelay& left, double delayL, QLMMultiDelay& right,
                                 double delayR, int n) noexcept {
   if (!left.readsTaps() || !right.readsTaps()) {

@@ -7,7 +7,7 @@ namespace orvantesco {
 
 /// The taps of one call, sorted by what has to be done for them. Lives on the stack of the call
 /// and is filled from the front, so its arrays are left without initial values on purpose.
-struct TapBatch {
+struct TapBatch {  // NOLINT(cppcoreguidelines-pro-type-member-init)
   static constexpr int kSpan = kVectorLength + 1;
 
   // To be filled field by field: a whole struct would be copied in wider pieces than it was

@@ -4,6 +4,9 @@
 
 namespace orvantesco {
 
+// Each group's constructor fills its lanes by a loop, and its spare vector is only ever written.
+// NOLINTBEGIN(cppcoreguidelines-pro-type-member-init)
+
 /// The loops of TapLanes over the vectors of one processor level. `Lanes` names its pack of
 /// doubles (`Doubles`, see fx/kernels/PackScalar.h) and turns samples of several sources into
 /// packs and back (see TapLanesScalar.cpp).
@@ -173,5 +176,7 @@ struct TapLanesBody {
     }
   }
 };
+
+// NOLINTEND(cppcoreguidelines-pro-type-member-init)
 
 }  // namespace orvantesco

@@ -16,7 +16,7 @@ struct Pack {
 
   template <class F>
   [[gnu::always_inline]] static Pack make(F element) noexcept {
-    Pack result;
+    Pack result;  // NOLINT(cppcoreguidelines-pro-type-member-init): the loop fills it
     for (int i = 0; i < N; ++i) result.lane[i] = element(i);
     return result;
   }

@@ -47,6 +47,7 @@ inline int vecThresholdHighInPlace(double* srcDst, int n, double level, double v
 
 /// Both of the above in one pass, each element tested as it was; with levels 0 and 0 and values
 /// -1 and 1 this is the sign. A levelLow above levelHigh is refused with kErrorThresholds.
+// Two levels with a value each belong together. NOLINTNEXTLINE(readability-function-size)
 inline int vecThresholdBothInPlace(double* srcDst, int n, double levelLow, double valueLow,
                                    double levelHigh, double valueHigh) noexcept {
   if (const int error = kernels::checkArguments(n, srcDst)) return error;
