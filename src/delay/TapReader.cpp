@@ -88,6 +88,7 @@ bool TapReader::readMany(const DelayRing& ring, const Read* reads, int count) no
   return batch.isCalm && ring.isQuiet();
 }
 
+// Two readers with a ring and a read each. NOLINTNEXTLINE(readability-function-size)
 bool TapReader::readPair(TapReader& left, const DelayRing& ringL, const Read& readL,
                          TapReader& right, const DelayRing& ringR, const Read& readR) noexcept {
   if (left.glide.gain != right.glide.gain) {  // at two rates the tables differ
