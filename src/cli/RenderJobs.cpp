@@ -49,6 +49,7 @@ std::vector<RenderJob> pairInputsWithOutputs(const std::vector<std::string>& inp
     throw badCall("render: -o takes one input, expected --output-dir DIR for several");
   }
   std::vector<RenderJob> jobs;
+  jobs.reserve(inputs.size());
   for (const std::string& input : inputs) {
     jobs.push_back({input, place.folder.empty() ? place.file : outputFor(input, place.folder)});
   }

@@ -72,6 +72,7 @@ class Canvas {
     cairo_set_font_size(pen.get(), 12.0);
     cairo_set_antialias(pen.get(), CAIRO_ANTIALIAS_NONE);
   }
+  // A place and a size. NOLINTNEXTLINE(readability-function-size)
   void box(double x, double y, double w, double h, const Colour& colour) {
     use(colour);
     cairo_rectangle(pen.get(), x, y, w, h);

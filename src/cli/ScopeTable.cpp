@@ -14,7 +14,7 @@ constexpr std::size_t pieceLength = 1 << 16;
 }  // namespace
 
 const char* scopeTraceName(int trace) {
-  return ModSourceLabels[static_cast<std::size_t>(trace + 1)];
+  return ModSourceLabels[static_cast<std::size_t>(trace) + 1];
 }
 
 ScopeTable::ScopeTable(const std::string& path) : file(path), lines("seconds") {

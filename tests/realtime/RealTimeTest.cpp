@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <mutex>
+#include <new>
 
 #include "params/ParamIndex.h"
 #include "realtime/AudioThreadGuard.h"
@@ -36,7 +36,8 @@ TEST(AudioThreadGuard, SeesAllocationsFreesAndLocks) {
   int allocations = 0, frees = 0, locks = 0;
   {
     const AudioThreadGuard guard;
-    { const auto block = std::make_unique<std::vector<double>>(100); }
+    ::operator delete(::operator new(8));  // a new-expression may be optimised away
+    ::operator delete[](::operator new[](8));
     { const std::lock_guard lock(mutex); }
     allocations = guard.allocations();
     frees = guard.frees();
