@@ -27,6 +27,8 @@ struct Worker {
 class FetchedSignals {
  public:
   FetchedSignals() {
+    // Who inherits an ignored SIGCHLD would never hear of a worker's end.
+    ::signal(SIGCHLD, SIG_DFL);
     sigemptyset(&fetched);
     sigaddset(&fetched, SIGCHLD);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {

@@ -78,6 +78,8 @@ void Orvantesco::followHost() {
   }
   tempoTracker.takeTempo(GetTempo(), named ? hostRate : engineRate());
   buses.sideIn.fill(0.0);
+  // A side chain that comes back does not begin with what it left.
+  if (!sideChainActive()) rings.inRingSide.fill(0.0);
 }
 
 void Orvantesco::takeInput(double** inputs, int first, int count) noexcept {

@@ -39,6 +39,7 @@ double longestDelaySeconds(const SlotControls& slot, const TimeFrame& frame) {
   switch (delay.mode.get()) {
     case DelayMode::Tapped:
       seconds = longestTap(slot.taps, frame);
+      if (delay.tapsTimeSource != nullptr) seconds += std::abs(delay.tapsTimeModDepth);
       break;
     // A cycle is heard backwards over its own length behind the time that it covers.
     case DelayMode::Backward:

@@ -19,10 +19,14 @@ const double* mixSourceOf(const EffectPosition& position) {
 
 }  // namespace
 
-bool Orvantesco::effectRuns(int slot, int stage) const noexcept {
+bool Orvantesco::effectIsOn(int slot, int stage) const noexcept {
   const EffectPosition& position = positions[effectPositionIndex(slot, stage)];
-  return position.running != nullptr && !position.running->list.empty() && position.switchedOn &&
-         !fxBusy[stage].load(std::memory_order_acquire);
+  return position.running != nullptr && !position.running->list.empty() && position.switchedOn;
+}
+
+bool Orvantesco::effectRuns(int slot, int stage) const noexcept {
+  return effectIsOn(slot, stage) &&
+         !fxBusy[static_cast<std::size_t>(stage)].load(std::memory_order_acquire);
 }
 
 void Orvantesco::runEffect(const StereoPointers& in, const StereoPointers& out,

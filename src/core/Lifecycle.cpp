@@ -173,6 +173,7 @@ void Orvantesco::ResetDSP() {
     if (effect != nullptr) effect->clearState();
   }
   if (limiter != nullptr) limiter->reset();
+  modulatorUnits.clearSignals();
 }
 
 void Orvantesco::clearSlot(Slot& slot) noexcept {
@@ -187,11 +188,17 @@ void Orvantesco::clearSlot(Slot& slot) noexcept {
 double Orvantesco::longestDelayInUse() const {
   const TimeFrame frame{tempoTracker.secondsPerBeat(), globals.timeScale};
   double longest = 0.0;
+  double together = 0.0;
+  bool chained = false;
   for (const Slot& slot : slots) {
     if (!slot.controls.slotOn) continue;
-    longest = std::max(longest, longestDelaySeconds(slot.controls, frame));
+    const double own = longestDelaySeconds(slot.controls, frame);
+    longest = std::max(longest, own);
+    together += own;
+    chained = chained || slot.controls.matrixOn || slot.controls.input > SlotInput::Stereo;
   }
-  return longest;
+  // Slots that feed each other are heard one behind the other.
+  return chained ? together : longest;
 }
 
 void Orvantesco::setDryMute(bool muted) {
@@ -215,8 +222,8 @@ Orvantesco::BulkOperation::BulkOperation(Orvantesco& owner, std::atomic<bool>& r
 }
 
 Orvantesco::BulkOperation::~BulkOperation() {
-  flag.store(false);
   effect.bulkThread.store({});
+  flag.store(false);
 }
 
 }  // namespace orvantesco

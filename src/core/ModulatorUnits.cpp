@@ -10,11 +10,16 @@ void ModulatorUnits::seed(std::uint32_t start) noexcept {
 void ModulatorUnits::rateChanged() noexcept {
   for (LfoUnit& unit : lfo) unit.block.rateChanged();
   for (GateUnit& unit : gate) unit.block.rateChanged();
-  for (EnvelopeUnit& unit : envelope) {
-    unit.block.rateChanged();
-    unit.block.reset();
-  }
+  for (EnvelopeUnit& unit : envelope) unit.block.rateChanged();
   for (LogicUnit& unit : logic) unit.rateChanged();
+  clearSignals();
+}
+
+void ModulatorUnits::clearSignals() noexcept {
+  for (EnvelopeUnit& unit : envelope) {
+    unit.block.reset();
+    unit.previous = 0.0;
+  }
 }
 
 }  // namespace orvantesco

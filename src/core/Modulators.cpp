@@ -142,12 +142,15 @@ void Orvantesco::updateEnvelope(int number) noexcept {
   if (!controls.on) {
     if (unit.running) vector.fill(0.0);
     unit.running = false;
+    // A pulse is up for one sub-block; one that stayed up would restart its listeners for ever.
+    triggers.envPulse[at(number)] = 0;
     return;
   }
   unit.running = true;
   const double* source = envelopeSource(controls.source);
   if (source == nullptr) {
     unit.previous = 0.0;
+    triggers.envPulse[at(number)] = 0;
     return;
   }
   takeWords(controls, unit.block);
@@ -161,10 +164,14 @@ void Orvantesco::updateEnvelope(int number) noexcept {
   }
 }
 
-// A gate that is off keeps its last vector, and its flags their last value.
+// A gate that is off keeps its last vector. Its flags fall: one that stayed up would stick.
 void Orvantesco::updateGate(int number) noexcept {
   const GateControls& controls = modulatorControls.gate[at(number)];
-  if (!controls.on) return;
+  if (!controls.on) {
+    triggers.gateLevelPulse[at(number)] = 0;
+    triggers.gateStartPulse[at(number)] = 0;
+    return;
+  }
   GateUnit& unit = modulatorUnits.gate[at(number)];
   ArpGate& gate = unit.block;
   takeWords(controls, triggers, gate);

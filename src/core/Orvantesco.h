@@ -124,7 +124,8 @@ class Orvantesco : public IPlugAAX {
 
  protected:
   /// Stops the audio path for the duration of a bulk operation: raises a flag, waits until the
-  /// audio thread has left the call that it may be in, and lowers the flag at the end.
+  /// audio thread has left the call that it may be in, and lowers the flag at the end. One at a
+  /// time, and never begun under `mutex`: the audio thread may be waiting for that one.
   class BulkOperation {
    public:
     BulkOperation(Orvantesco& effect, std::atomic<bool>& flag);
@@ -174,6 +175,7 @@ class Orvantesco : public IPlugAAX {
   void carryOutRequests() noexcept;
   void carryOutGlobalRequests() noexcept;
   void carryOutSlotRequests(Slot& slot) noexcept;
+  void silenceSlot(Slot& slot) noexcept;
   void carryOutEffectRequests(int position) noexcept;
 
   // Slot path (SlotPath.cpp, SlotDelay.cpp, SlotOutput.cpp).
@@ -202,7 +204,8 @@ class Orvantesco : public IPlugAAX {
   void runTapFeedbackEffect(Slot& slot) noexcept;
 
   // Effect runner (EffectRunner.cpp).
-  bool effectRuns(int slot, int stage) const noexcept;
+  bool effectIsOn(int slot, int stage) const noexcept;
+  bool effectRuns(int slot, int stage) const noexcept;  ///< on, and not being replaced
   void runEffect(const StereoPointers& in, const StereoPointers& out, EffectPosition& position,
                  int index) noexcept;
   void runEffectPair(const StereoPointers& in, const StereoPointers& out,

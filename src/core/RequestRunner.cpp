@@ -30,6 +30,8 @@ void takeDelaySources(const DelayControls& controls, QLMMultiDelay& delay) noexc
 
 void clear(StereoVector& vector) noexcept { vector = {}; }
 
+constexpr double kLongestOffsetSeconds = 0.025;
+
 }  // namespace
 
 void Orvantesco::carryOutRequests() noexcept {
@@ -51,27 +53,46 @@ void Orvantesco::carryOutSlotRequests(Slot& slot) noexcept {
   const SlotControls& controls = slot.controls;
   const unsigned bits = slot.requests.take();
   if (bits != 0) {
+    const DelayMode mode = controls.delay.mode;
     for (QLMMultiDelay& delay : slot.delay) {
       if (bits & kTakeDelaySources) takeDelaySources(controls.delay, delay);
       if (bits & kTakeDelaySettings) takeDelaySettings(controls.delay, delay);
-      if (bits & kTakeDelayMode) delay.setDelayMode(static_cast<int>(controls.delay.mode.get()));
+      if (bits & kTakeDelayMode) delay.setDelayMode(static_cast<int>(mode));
       if (bits & kResetDelays) delay.reset();
     }
-    if (bits & kTakeDelayMode) slot.modeNow = controls.delay.mode;
+    if (bits & kTakeDelayMode) slot.modeNow = mode;
     if (bits & kSnapTapGlideLeft) slot.delay[0].snapTapGlide();
     if (bits & kSnapTapGlideRight) slot.delay[1].snapTapGlide();
     if (bits & kClearTapMemoryLeft) slot.delay[0].clearTapMemory();
     if (bits & kClearTapMemoryRight) slot.delay[1].clearTapMemory();
     if (bits & kClearFeedback) clear(slot.feedbackVec);
     if (bits & kClearDelayOutputs) clear(slot.stage[kStageDelay]);
-    if (bits & kClearStages) {
-      for (StereoVector& stage : slot.stage) clear(stage);
-      slot.slotMono.fill(0.0);
+    if (bits & kClearStages) silenceSlot(slot);
+    if (bits & kTakeSwitches) {
+      slot.running = controls.slotOn;
+      slot.delayRunning = controls.delayOn;
     }
   }
-  // Behind the requests: a switch and the clearing that belongs to it are seen together.
-  slot.running = controls.slotOn;
-  slot.delayRunning = controls.delayOn;
+}
+
+/// Leaves nothing of a slot's signal that could sound when it is switched on again.
+void Orvantesco::silenceSlot(Slot& slot) noexcept {
+  for (StereoVector& stage : slot.stage) clear(stage);
+  clear(slot.delayFeed);
+  clear(slot.feedbackVec);
+  slot.slotMono.fill(0.0);
+  for (RingDelay& line : slot.offsetLine) {
+    // As far back as an offset can reach.
+    const auto reach = static_cast<int>(kLongestOffsetSeconds * engineRate()) + kVectorLength;
+    for (int written = 0; written < reach; written += kVectorLength) {
+      line.write(buses.silence.data(), kVectorLength);
+    }
+  }
+  for (int stage = 0; stage < kEffectStages; ++stage) {
+    EffectInstances* instances = positionOf(slot, stage).running;
+    if (instances == nullptr) continue;
+    for (const auto& instance : instances->list) instance->clearState();
+  }
 }
 
 void Orvantesco::carryOutEffectRequests(int index) noexcept {
@@ -83,7 +104,7 @@ void Orvantesco::carryOutEffectRequests(int index) noexcept {
   if (position.running == nullptr) return;
   EffectInstances& instances = *position.running;
   // Built for another rate than the one that has come into force meanwhile.
-  if (instances.builtAtRate != engineRate()) renewInstances(instances);
+  if (isNew && instances.builtAtRate != engineRate()) renewInstances(instances);
   if (isNew || (bits & kTakeEffectSwitch)) {
     // The switch and the bypass move together: a bypassed effect that ran would leave old samples.
     position.switchedOn = position.on;

@@ -149,6 +149,7 @@ enum SlotRequest : unsigned {
   kSnapTapGlide = kSnapTapGlideLeft | kSnapTapGlideRight,
   kTakeDelaySettings = 1u << 9,  ///< hand filters, grain and reverse settings to both delays
   kTakeDelaySources = 1u << 10,  ///< hand the five modulation sources to both delays
+  kTakeSwitches = 1u << 11,      ///< `slotOn` and `delayOn`, together with what they clear
 };
 
 }  // namespace orvantesco

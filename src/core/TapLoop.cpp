@@ -57,7 +57,7 @@ void Orvantesco::readTaps(Slot& slot, SlotPass& pass) noexcept {
   const TapPlan plan = planTaps(taps, interval * (engineRate() * globals.timeScale),
                                 slot.controls.wetShare, maxDelay);
   pass.tapEffects =
-      effectRuns(slot.index, kStagePO) && (taps.fxParam[0] > 0 || taps.fxParam[1] > 0);
+      effectIsOn(slot.index, kStagePO) && (taps.fxParam[0] > 0 || taps.fxParam[1] > 0);
   slot.stage[kStageDelay] = slot.stage[kStagePost] = slot.feedbackVec = {};
   const TapSamples left = readSide(slot.delay[0], plan, true, pass.modL);
   const TapSamples right = readSide(slot.delay[1], plan, false, pass.modR);
@@ -87,7 +87,8 @@ void Orvantesco::soundTap(Slot& slot, const SlotPass& pass, const TapPlan& plan,
   AudioVector work;
   vecCopy(voice.samples, work.data(), kVectorLength);
   addSwell(slot.delay[static_cast<std::size_t>(voice.side)], plan.swell, tap.delay, work.data());
-  if (pass.tapEffects && ((slot.controls.taps.stepFxMask.get() >> voice.index) & 1)) {
+  const bool tapped = pass.tapEffects && ((slot.controls.taps.stepFxMask.get() >> voice.index) & 1);
+  if (tapped && effectRuns(slot.index, kStagePO)) {
     runEffectInPlace(left ? work.data() : nullptr, left ? nullptr : work.data(),
                      positionOf(slot, kStagePO), 2 * voice.index + voice.side);
   }

@@ -91,12 +91,17 @@ void QLMMultiDelay::clearTapMemory() noexcept {
 
 void QLMMultiDelay::setLowpass(double normalisedFrequency) noexcept {
   lowpass.setDirectFrequency(normalisedFrequency);
-  lowpassActive = normalisedFrequency < kLowpassOffHz / sampleRate;
+  const bool isActive = normalisedFrequency < kLowpassOffHz / sampleRate;
+  // BACKWARD runs the low-pass all the time; elsewhere what it held has long gone by.
+  if (isActive && !lowpassActive && mode != kBackward) lowpass.reset();
+  lowpassActive = isActive;
 }
 
 void QLMMultiDelay::setHighpass(double normalisedFrequency) noexcept {
   highpass.setDirectFrequency(normalisedFrequency);
-  highpassActive = normalisedFrequency > kHighpassOffHz / sampleRate;
+  const bool isActive = normalisedFrequency > kHighpassOffHz / sampleRate;
+  if (isActive && !highpassActive) highpass.reset();
+  highpassActive = isActive;
 }
 
 QLMMultiDelay::TimeRange QLMMultiDelay::timeRange() const noexcept {
@@ -199,16 +204,25 @@ void QLMMultiDelay::dropRunaway(double* samples) noexcept {
   std::fill_n(samples, kVectorLength, 0.0);
 }
 
+namespace {
+
+/// Within low..high; what is no number becomes low, so that no position is lost to it.
+double held(double x, double low, double high) noexcept {
+  return x >= low ? std::min(x, high) : low;
+}
+
+}  // namespace
+
 double QLMMultiDelay::positionNow() const noexcept {
   if (modSource[kGrainPositionControl] == nullptr) return grainPositionBase;
-  return std::clamp(grainPositionBase + modulationOf(kGrainPositionControl), 0.0, 1.0);
+  return held(grainPositionBase + modulationOf(kGrainPositionControl), 0.0, 1.0);
 }
 
 /// Modulation cannot leave the two octaves either side; the knob itself does not.
 double QLMMultiDelay::rateNow() noexcept {
   double halfOctaves = grainSpeedBase;
   if (modSource[kGrainSpeedControl] != nullptr) {
-    halfOctaves = std::clamp(halfOctaves + modulationOf(kGrainSpeedControl), -1.0, 1.0);
+    halfOctaves = held(halfOctaves + modulationOf(kGrainSpeedControl), -1.0, 1.0);
   }
   const double octaves = 2.0 * halfOctaves;
   if (octaves != grainRateExponent) {
@@ -221,8 +235,8 @@ double QLMMultiDelay::rateNow() noexcept {
 double QLMMultiDelay::sizeNow() const noexcept {
   double ms = grainSizeMs;
   if (modSource[kGrainSizeControl] != nullptr) {
-    const double swing = std::clamp(modulationOf(kGrainSizeControl), -1.0, 1.0);
-    ms = std::clamp(ms + swing * kMaxGrainMs, kMinGrainMs, kMaxGrainMs);
+    const double swing = held(modulationOf(kGrainSizeControl), -1.0, 1.0);
+    ms = held(ms + swing * kMaxGrainMs, kMinGrainMs, kMaxGrainMs);
   }
   return sampleRate * 0.001 * ms;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "fx/Shared.h"
+
 namespace orvantesco {
 
 /// Channels first, first + 1, ... first + count - 1.
@@ -10,8 +12,8 @@ struct ChannelRange {
 
 /// One audio channel of the plug-in. Audio thread.
 struct ChannelRecord {
-  bool connected = false;
-  double* buffer = nullptr;  ///< the current block: the host's where connected, else a scratch
+  Shared<bool> connected{false};  ///< read by control threads too
+  double* buffer = nullptr;       ///< the current block: the host's where connected, else a scratch
 };
 
 /// One block of audio as a host hands it over. Audio thread.

@@ -55,10 +55,10 @@ void panStep(ParamDispatch& change) {
 }
 
 /// Shows what the step makes of the parameter that its row drives.
-void showDrivenParam(ParamDispatch& change, const EffectPosition& position, std::size_t row) {
+void showDrivenParam(ParamDispatch& change, const EffectPosition& position, std::size_t row,
+                     int p) {
   const Step at = stepOf(change);
   const TapControls& taps = tapsOf(change, at);
-  const int p = taps.fxParam[row] - 1;
   const double base = position.value[static_cast<std::size_t>(p)];
   const bool bipolar = isBipolarFxParam(position.type, p);
   showFxParam(change, {position.type, p},
@@ -76,7 +76,7 @@ void effectStep(ParamDispatch& change) {
   EffectPosition& position = change.position(fxPosition(kStagePO, at.slot));
   if (driven > 0) position.requests.post(kTakeEffectParam << (driven - 1));
   if (driven > 0 && position.type != kNoEffect) {
-    showDrivenParam(change, position, row);
+    showDrivenParam(change, position, row, driven - 1);
   } else {
     numberCaption(change, at);
   }

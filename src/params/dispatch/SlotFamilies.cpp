@@ -16,7 +16,9 @@ namespace {
 void slotOn(ParamDispatch& change) {
   const int slot = change.member;
   change.controls().slotOn = change.isOn();
-  if (!change.isOn()) change.slot().requests.post(kResetDelays | kClearStages);
+  // In one post, so that the audio thread sees the switch and its clearing together.
+  change.slot().requests.post(change.isOn() ? kTakeSwitches
+                                            : kTakeSwitches | kResetDelays | kClearStages);
   change.editor().enableSlotPage(slot, change.isOn());
   if (change.presetLoading()) return;
   for (int stage = 0; stage < kEffectStages; ++stage) {
@@ -31,7 +33,8 @@ void delayOn(ParamDispatch& change) {
   SlotControls& controls = change.controls();
   controls.delayOn = change.isOn();
   controls.directIn = change.isOn() ? change.valueOf(kDirectIn + slot) * 0.01 : 1.0;
-  change.slot().requests.post(change.isOn() ? kResetDelays | kClearFeedback : kClearDelayOutputs);
+  change.slot().requests.post(kTakeSwitches |
+                              (change.isOn() ? kResetDelays | kClearFeedback : kClearDelayOutputs));
   // The taps drive the POST effect only while the delay runs.
   change.position(effectPositionIndex(slot, kStagePO))
       .requests.post(kTakeAllEffectParams | kTakeAllEffectSources);

@@ -46,8 +46,9 @@ void tapTimebase(ParamDispatch& change) {
   const bool inNotes = change.choice > kTimebaseMs && change.choice < kTimebases;
   const double factor = inNotes ? timebaseFactor(change.choice) : 0.0;
   tapsOf(change).beatFactor = factor;
-  change.slot().requests.post(kResetDelays);
+  // The fade first, so that it covers the reset whenever the audio thread looks.
   change.postGlobal(kStartFade);
+  change.slot().requests.post(kResetDelays);
   if (!inNotes || change.restoringState()) return;
   change.editor().showKnobPosition(kDelayTapsTime + change.member, knobPositionOf(change, factor));
   change.touch(-1);

@@ -8,10 +8,10 @@ using SlotFamiliesTest = DispatchRig;
 TEST_F(SlotFamiliesTest, SwitchingASlotOffResetsItsDelaysAndClearsItsStages) {
   set(kSlotOn + 1, 1);
   EXPECT_TRUE(probe.slot(1).slotOn);
-  EXPECT_EQ(probe.slotRequests(1), 0u);
+  EXPECT_EQ(probe.slotRequests(1), kTakeSwitches);
   set(kSlotOn + 1, 0);
   EXPECT_FALSE(probe.slot(1).slotOn);
-  EXPECT_EQ(probe.slotRequests(1), kResetDelays | kClearStages);
+  EXPECT_EQ(probe.slotRequests(1), kTakeSwitches | kResetDelays | kClearStages);
 }
 
 TEST_F(SlotFamiliesTest, ASlotsPageFollowsItsSwitch) {
@@ -30,10 +30,10 @@ TEST_F(SlotFamiliesTest, ASlotsPageFollowsItsSwitch) {
 TEST_F(SlotFamiliesTest, SwitchingTheDelayClearsWhatItLeaves) {
   set(kDelayOn + 3, 0);
   EXPECT_FALSE(probe.slot(3).delayOn);
-  EXPECT_EQ(probe.slotRequests(3), kClearDelayOutputs);
+  EXPECT_EQ(probe.slotRequests(3), kTakeSwitches | kClearDelayOutputs);
   EXPECT_EQ(probe.effectRequests(11), kTakeAllEffectParams | kTakeAllEffectSources);
   set(kDelayOn + 3, 1);
-  EXPECT_EQ(probe.slotRequests(3), kResetDelays | kClearFeedback);
+  EXPECT_EQ(probe.slotRequests(3), kTakeSwitches | kResetDelays | kClearFeedback);
   EXPECT_TRUE(editor.saw("showDelayParts 3 no"));
   EXPECT_TRUE(editor.saw("showDelayParts 3 yes"));
   EXPECT_TRUE(editor.saw("showLanes 3 yes"));
