@@ -16,13 +16,12 @@ constexpr double kMaxRippleDb = 29.0;
 enum class Band { kLowpass, kHighpass };
 
 /// The corner through the bilinear transform: K = tan(pi f), and K^2 - 1 without cancellation,
-/// both from m = tan(pi (f - 1/4)), since K = (1 + m) / (1 - m).
+/// which is -cos(2 pi f) / cos^2(pi f). What the angles lack to the nearest axis is exact.
 struct Corner {
   explicit Corner(double freq) noexcept {
-    const Real m = std::tan(kPi * (static_cast<Real>(freq) - 0.25L));
-    k = freq < 0.25 ? std::tan(kPi * static_cast<Real>(freq))
-                    : 1.0L / std::tan(kPi * (0.5L - static_cast<Real>(freq)));
-    squareMinusOne = 4.0L * m / ((1.0L - m) * (1.0L - m));
+    const Real f = freq;
+    k = freq < 0.25 ? std::tan(kPi * f) : 1.0L / std::tan(kPi * (0.5L - f));
+    squareMinusOne = std::sin(2.0L * kPi * (f - 0.25L)) * (1.0L + k * k);
   }
   Real k = 0.0L;
   Real squareMinusOne = 0.0L;

@@ -39,7 +39,10 @@ Taps designed(const Spec& spec) {
 class ComplexDesign {
  public:
   explicit ComplexDesign(const Spec& spec) : zero(spec.isLowpass ? -1.0L : 1.0L) {
-    const Real warped = std::tan(kPi * static_cast<Real>(spec.freq));
+    // From the end of the band that lies nearer, or the angle's rounding would be magnified.
+    const Real toHalf = kPi * (0.5L - static_cast<Real>(spec.freq));
+    const Real warped =
+        spec.freq < 0.25 ? std::tan(kPi * spec.freq) : std::cos(toHalf) / std::sin(toHalf);
     Complex gain = 1.0L;
     for (int k = 0; k < spec.order; ++k) {
       const Complex analogue = prototypePole(spec, k);
@@ -111,7 +114,7 @@ std::vector<Spec> allKinds(double freq, double rippleDb) {
 TEST(IirDesign, TapsAreWithinFourUlpOfALongDoubleDesign) {
   Real worst = 0.0L;
   for (const double freq :
-       {0.0002, 0.001, 0.0137, 0.1, 0.2085, 0.313, 15000.0 / 44100.0, 0.45, 0.49}) {
+       {0.0002, 0.001, 0.0137, 0.1, 0.2085, 0.313, 15000.0 / 44100.0, 0.45, 0.49, 0.4999}) {
     for (const double rippleDb : {0.01, 0.5, 3.0, 29.0}) {
       for (const Spec& spec : allKinds(freq, rippleDb)) {
         const Taps taps = designed(spec);
