@@ -26,7 +26,7 @@ struct PlainReverse {
   Signal read(const PlainRing& ring, double cycle) {
     Signal out;
     for (int i = 0; i < kVectorLength; ++i) {
-      const double m = glide.tick(std::max(offset, 0.0));
+      const double m = glide.tick(offset > 0.0 ? offset : 0.0);  // what is no number counts as none
       const long k = static_cast<long>(m);
       const double t = 1.0 - (m - static_cast<double>(k));
       const long a = wrapped(start - count - k, ring.length);
