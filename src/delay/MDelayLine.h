@@ -1,0 +1,57 @@
+#pragma once
+
+#include <vector>
+
+#include "delay/Module.h"
+
+namespace orvantesco {
+
+/// A ring of floats with one write and one read pointer that move on together. What is read is
+/// `delay` samples older than what is written in the same step, whichever comes first (a delay
+/// of 0 wants the write first).
+///
+/// Order: `setDelay`, then `setMaxDelay`, which takes the memory and places the pointers; then
+/// `reset`, and `write` and `read` once for each sample.
+class MDelayLine : public Module {
+ public:
+  /// Room behind the longest delay, so that a read may look at neighbours.
+  static constexpr int kReserve = 11;
+
+  void reset() noexcept override;
+  int memorySize() const noexcept override { return length * static_cast<int>(sizeof(float)); }
+
+  /// Takes memory for delays of up to `samples` (0 at least) and puts the read pointer as far
+  /// behind the write pointer as `setDelay` said. Throws std::bad_alloc.
+  virtual void setMaxDelay(int samples);
+
+  /// Samples between write and read, used by the next `setMaxDelay`. Held within 0 and its limit.
+  void setDelay(int samples) noexcept { delay = samples; }
+
+  void write(float sample) noexcept {
+    *writePtr = sample;
+    writePtr = next(writePtr);
+  }
+
+  float read() noexcept {
+    const float sample = *readPtr;
+    readPtr = next(readPtr);
+    return sample;
+  }
+
+  int ringLength() const noexcept { return length; }
+
+ protected:
+  float* next(float* pointer) noexcept { return ++pointer == end ? begin : pointer; }
+  int writeIndex() const noexcept { return static_cast<int>(writePtr - begin); }
+
+  std::vector<float> storage{std::vector<float>(kReserve)};
+  int length = kReserve;
+  float* begin = storage.data();
+  float* end = begin + length;
+  float* writePtr = begin;
+  float* readPtr = begin;
+  int maxDelay = 0;
+  int delay = 0;
+};
+
+}  // namespace orvantesco
