@@ -38,17 +38,6 @@ TapSamples readSide(QLMMultiDelay& delay, const TapPlan& plan, bool left, double
   return samples;
 }
 
-/// Adds the echoes that swell up to a tap. They are read as they stand in the ring.
-void addSwell(QLMMultiDelay& delay, const SwellPlan& swell, double tapDelay, double* work) {
-  for (int k = 0; k < swell.count; ++k) {
-    const SwellEcho& echo = swell.echoes[static_cast<std::size_t>(k)];
-    const double distance = tapDelay - echo.back;
-    // The echoes run ever earlier, so behind the first one that is out of reach all are.
-    if (distance <= 0.0) return;
-    vecAddProductConst(delay.readRaw(distance, kVectorLength), echo.gain, work, kVectorLength);
-  }
-}
-
 }  // namespace
 
 void Orvantesco::readTaps(Slot& slot, SlotPass& pass) noexcept {
@@ -86,7 +75,7 @@ void Orvantesco::soundTap(Slot& slot, const SlotPass& pass, const TapPlan& plan,
 
   AudioVector work;
   vecCopy(voice.samples, work.data(), kVectorLength);
-  addSwell(slot.delay[static_cast<std::size_t>(voice.side)], plan.swell, tap.delay, work.data());
+  slot.delay[static_cast<std::size_t>(voice.side)].addEchoes(plan.swell, tap.delay, work.data());
   const bool tapped = pass.tapEffects && ((slot.controls.taps.stepFxMask.get() >> voice.index) & 1);
   if (tapped && effectRuns(slot.index, kStagePO)) {
     runEffectInPlace(left ? work.data() : nullptr, left ? nullptr : work.data(),

@@ -47,14 +47,14 @@ TapPlan planTaps(const TapControls& controls, double intervalSamples, double wet
   return plan;
 }
 
-SwellPlan planSwell(double swell) noexcept {
-  SwellPlan plan;
+TapEchoes planSwell(double swell) noexcept {
+  TapEchoes plan;
   const double count = swell * 16.0;
   const double spacing = 0.45 / count;
   const double reach = swell * 0.9 + 0.1;
   for (int k = 1; k <= count; ++k) {
     const double x = k * spacing;
-    SwellEcho& echo = plan.echoes[static_cast<std::size_t>(plan.count++)];
+    TapEcho& echo = plan.list[static_cast<std::size_t>(plan.count++)];
     echo.back = (8.0 * x) * (8.0 * x) * 500.0 * reach;
     echo.gain = 0.45 - x;
   }

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "core/SlotControls.h"
+#include "delay/TapEchoes.h"
 
 namespace orvantesco {
 
@@ -17,18 +18,6 @@ struct PlannedTap {
 
 enum TapPanMode { kPanStereo, kPanDualMono, kPanLeft, kPanRight };
 
-/// Swell: echoes before a tap, quieter and earlier one after the other on a square-law time curve.
-struct SwellEcho {
-  double back = 0.0;  ///< samples before the tap
-  double gain = 0.0;
-};
-
-/// The at most sixteen echoes of a swell of 0..1; the same for all taps of a sub-block.
-struct SwellPlan {
-  std::array<SwellEcho, 16> echoes;
-  int count = 0;
-};
-
 /// All taps of a slot in "TAPPED" mode for one sub-block.
 struct TapPlan {
   std::array<PlannedTap, TapControls::kSteps> taps;
@@ -36,7 +25,7 @@ struct TapPlan {
   int lastTap = 0;      ///< the tap that ends the pattern
   int feedbackTap = 0;  ///< the tap that goes round
   int panMode = kPanStereo;
-  SwellPlan swell;  ///< the same for all taps
+  TapEchoes swell;  ///< the same for all taps
 };
 
 /// Lays the taps out in time. `intervalSamples` is the gap between two taps before swing and steps;
@@ -45,7 +34,8 @@ struct TapPlan {
 TapPlan planTaps(const TapControls& controls, double intervalSamples, double wetShare,
                  double longestDelay) noexcept;
 
-SwellPlan planSwell(double swell) noexcept;
+/// Echoes for a swell of 0..1: quieter and earlier one after the other on a square-law time curve.
+TapEchoes planSwell(double swell) noexcept;
 
 /// One sounding tap of one side.
 struct TapVoice {

@@ -51,7 +51,14 @@ int DelayRing::wrapFar(int index) const noexcept {
 }
 
 const double* DelayRing::fillSpan(int first, int n, double* scratch) const noexcept {
-  for (int i = 0; i < n; ++i) scratch[i] = at(wrap(first + i));
+  for (int filled = 0; filled < n;) {
+    const int from = wrap(first + filled);
+    const int piece = std::min(n - filled, ringLength - from);
+    const int written = std::clamp(readableEnd - from, 0, piece);
+    std::copy_n(memory + from, written, scratch + filled);
+    std::fill_n(scratch + filled + written, piece - written, 0.0);
+    filled += piece;
+  }
   return scratch;
 }
 

@@ -40,8 +40,8 @@ class DelayRing {
   /// The position that the next written sample takes: one behind the newest sample.
   int writePosition() const noexcept { return position; }
 
-  /// True when n samples from `first` on (0..length()-1, running into the guard copy at the ring's
-  /// end, n up to kGuard + 1) are written, so that `data() + first` may be read in one piece.
+  /// True when n samples from `first` on (0..length()-1; they may run into the guard copy at the
+  /// ring's end) are written, so that `data() + first` may be read in one piece.
   bool holds(int first, int n) const noexcept { return first + n <= readableEnd; }
 
   /// True when every position of the ring is written.
@@ -67,6 +67,12 @@ class DelayRing {
   /// where they are written, otherwise `scratch` (room for n) filled with them and with zeros.
   const double* span(int first, int n, double* scratch) const noexcept {
     return holds(first, n) ? memory + first : fillSpan(first, n, scratch);
+  }
+
+  /// `span` of the n samples of which the last is `back` samples (0..length() - n) older than the
+  /// newest one.
+  const double* spanBehind(int back, int n, double* scratch) const noexcept {
+    return span(wrap(position - back - n), n, scratch);
   }
 
  private:

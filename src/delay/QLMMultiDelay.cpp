@@ -166,7 +166,7 @@ const double* QLMMultiDelay::readRaw(double delay, int n) noexcept {
   n = lengthWithin(n);
   const double longest = ring.length() - n;
   const int back = delay > 0.0 ? static_cast<int>(std::min(delay, longest)) : 0;
-  return ring.span(ring.wrap(ring.writePosition() - back - n), n, rawScratch);
+  return ring.spanBehind(back, n, rawScratch);
 }
 
 void QLMMultiDelay::renderForward(const TapReader::Read& read) noexcept {

@@ -3,6 +3,7 @@
 #include "delay/DelayRing.h"
 #include "delay/GrainReader.h"
 #include "delay/ReverseReader.h"
+#include "delay/TapEchoes.h"
 #include "delay/TapReader.h"
 #include "fx/DSPShell.h"
 #include "fx/IppBiquad.h"
@@ -80,6 +81,11 @@ class QLMMultiDelay final : public DSPShell {
   /// samples older than the newest one. No glide, interpolation or filter. The pointer stands
   /// until the next write or `readRaw`.
   const double* readRaw(double delay, int n) noexcept;
+
+  /// Adds the echoes that swell up to a tap at `delay` samples to 32 `samples`; see TapEchoes.h.
+  void addEchoes(const TapEchoes& echoes, double delay, double* samples) const noexcept {
+    orvantesco::addEchoes(ring, echoes, delay, samples);
+  }
 
   /// Appends n samples (0..32), held at ±1e8; what is not finite is written as 0.
   void writeBlock(const double* source, int n) noexcept { ring.write(source, n); }

@@ -33,10 +33,19 @@ struct MovingTap {
   double* output;        ///< 32 samples
 };
 
+/// One of several signals that are added up.
+struct EchoRow {
+  const double* samples;  ///< 32
+  double gain;
+};
+
 /// The loops of one processor level. Any number of taps from 1 on; nothing is allocated.
 struct TapLanes {
   void (*readSettled)(const SettledTap* taps, int count) noexcept;
   void (*readMoving)(const MovingTap* taps, int count, const TapGlide& glide) noexcept;
+  /// samples[i] = samples[i] + gain * row[i] over 32 samples, row after row, products rounded
+  /// first.
+  void (*addRows)(const EchoRow* rows, int count, double* samples) noexcept;
 };
 
 extern const TapLanes kTapLanesScalar;

@@ -56,7 +56,8 @@ struct Avx2Lanes {
 }  // namespace
 
 constinit const TapLanes kTapLanesAvx2 = {TapLanesBody<Avx2Lanes>::readSettled,
-                                          TapLanesBody<Avx2Lanes>::readMoving};
+                                          TapLanesBody<Avx2Lanes>::readMoving,
+                                          TapLanesBody<Avx2Lanes>::addRows};
 
 }  // namespace orvantesco
 

@@ -175,6 +175,24 @@ struct TapLanesBody {
       for (int i = 0; i < kVectorLength; i += kWidth) group.advance(state, i, glide);
     }
   }
+
+  /// Eight packs at a time: what stays in registers while the rows pass by.
+  static void addRows(const EchoRow* rows, int count, double* samples) noexcept {
+    constexpr int kPacks = 8;
+    for (int at = 0; at < kVectorLength; at += kPacks * kWidth) {
+      Doubles sums[kPacks];
+#pragma GCC unroll 8
+      for (int k = 0; k < kPacks; ++k) sums[k] = Doubles::load(samples + at + k * kWidth);
+      for (int r = 0; r < count; ++r) {
+        const double* const row = rows[r].samples + at;
+        const Doubles gain = Doubles::all(rows[r].gain);
+#pragma GCC unroll 8
+        for (int k = 0; k < kPacks; ++k) sums[k] = sums[k] + Doubles::load(row + k * kWidth) * gain;
+      }
+#pragma GCC unroll 8
+      for (int k = 0; k < kPacks; ++k) sums[k].store(samples + at + k * kWidth);
+    }
+  }
 };
 
 // NOLINTEND(cppcoreguidelines-pro-type-member-init)

@@ -41,6 +41,7 @@ struct ScalarLanes {
 }  // namespace
 
 constinit const TapLanes kTapLanesScalar = {TapLanesBody<ScalarLanes>::readSettled,
-                                            TapLanesBody<ScalarLanes>::readMoving};
+                                            TapLanesBody<ScalarLanes>::readMoving,
+                                            TapLanesBody<ScalarLanes>::addRows};
 
 }  // namespace orvantesco

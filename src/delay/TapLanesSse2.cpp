@@ -17,6 +17,7 @@ struct TwoDoubles {
 
   static TwoDoubles load(const double* p) noexcept { return {_mm_loadu_pd(p)}; }
   static TwoDoubles all(double x) noexcept { return {_mm_set1_pd(x)}; }
+  void store(double* p) const noexcept { _mm_storeu_pd(p, v); }
 
   friend TwoDoubles operator+(TwoDoubles a, TwoDoubles b) noexcept {
     return {_mm_add_pd(a.v, b.v)};
@@ -61,7 +62,8 @@ struct Sse2Lanes {
 }  // namespace
 
 constinit const TapLanes kTapLanesSse2 = {TapLanesBody<Sse2Lanes>::readSettled,
-                                          TapLanesBody<Sse2Lanes>::readMoving};
+                                          TapLanesBody<Sse2Lanes>::readMoving,
+                                          TapLanesBody<Sse2Lanes>::addRows};
 
 }  // namespace orvantesco
 

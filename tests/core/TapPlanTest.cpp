@@ -138,17 +138,17 @@ TEST(TapPlan, SkipsTapsBeyondTheLine) {
 
 TEST(SwellPlan, HasNoEchoAtZeroAndSixteenAtFull) {
   EXPECT_EQ(planSwell(0.0).count, 0);
-  const SwellPlan full = planSwell(1.0);
+  const TapEchoes full = planSwell(1.0);
   EXPECT_EQ(full.count, 16);
-  EXPECT_NEAR(full.echoes[0].back, 64.0 * (0.45 / 16) * (0.45 / 16) * 500.0, 1e-9);
-  EXPECT_NEAR(full.echoes[15].back, 6480.0, 1e-9);
-  EXPECT_NEAR(full.echoes[15].gain, 0.0, 1e-12);
+  EXPECT_NEAR(full.list[0].back, 64.0 * (0.45 / 16) * (0.45 / 16) * 500.0, 1e-9);
+  EXPECT_NEAR(full.list[15].back, 6480.0, 1e-9);
+  EXPECT_NEAR(full.list[15].gain, 0.0, 1e-12);
 }
 
 TEST(SwellPlan, ReachesLessFarAtHalf) {
-  const SwellPlan half = planSwell(0.5);
+  const TapEchoes half = planSwell(0.5);
   EXPECT_EQ(half.count, 8);
-  EXPECT_NEAR(half.echoes[7].back, 6480.0 * 0.55, 1e-9);
+  EXPECT_NEAR(half.list[7].back, 6480.0 * 0.55, 1e-9);
 }
 
 }  // namespace

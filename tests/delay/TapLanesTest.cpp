@@ -99,6 +99,25 @@ TEST(TapLanes, MovingTapsGiveTheBitsOfAPlainLoopAtEveryLevelAndCount) {
   }
 }
 
+TEST(TapLanes, RowsAreAddedWithTheBitsOfAPlainLoopAtEveryLevelAndCount) {
+  for (const auto& [name, lanes] : lanesHere()) {
+    for (int count = 1; count <= kMostTaps; ++count) {
+      Bench bench;
+      std::vector<EchoRow> rows;
+      Signal expected = noise(1, 8);
+      Signal samples = expected;
+      for (int k = 0; k < count; ++k) {
+        rows.push_back({&bench.ring[static_cast<size_t>(k * 611 + 3)], 0.45 - 0.03 * k});
+        for (size_t i = 0; i < expected.size(); ++i) {
+          expected[i] = expected[i] + rows.back().samples[i] * rows.back().gain;
+        }
+      }
+      lanes->addRows(rows.data(), count, samples.data());
+      EXPECT_EQ(samples, expected) << name << ", " << count << " rows";
+    }
+  }
+}
+
 TEST(TapLanes, TheLevelInForceDecidesWhatRuns) {
 #if defined(__x86_64__)
   const Level before = kernels::levelInForce();
