@@ -3,6 +3,7 @@
 #include "fx/EffectCatalogue.h"
 #include "fx/IppBiquad.h"
 #include "fx/QLMSVF.h"
+#include "fx/Shaper.h"
 
 namespace orvantesco {
 
@@ -10,6 +11,7 @@ bool effectExists(int typeId) noexcept {
   switch (effectRecord(typeId).build.kind) {
     case EffectClass::biquad:
     case EffectClass::stateVariable:
+    case EffectClass::shaper:
       return true;
     default:
       return false;
@@ -23,6 +25,8 @@ std::shared_ptr<DSPShell> createEffect(int typeId, bool isRight, DSPShell* /*par
       return std::make_shared<IppBiquad>(isRight, build.argument, build.stages);
     case EffectClass::stateVariable:
       return std::make_shared<QLMSVF>(isRight);
+    case EffectClass::shaper:
+      return std::make_shared<Shaper>(isRight, build.argument);
     default:
       return nullptr;
   }
