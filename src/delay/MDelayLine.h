@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "delay/Module.h"
+#include "fx/VectorLength.h"
 
 namespace orvantesco {
 
@@ -38,10 +39,29 @@ class MDelayLine : public Module {
     return sample;
   }
 
+  /// The next 32 samples of `read` at once, for a delay of 32 at least: a pointer to them in the
+  /// ring where they lie there in one piece, else to `scratch` (room for 32) with a copy. Stands
+  /// until they are written over, 32 samples before the ring's end comes round to them.
+  const float* readVector(float* scratch) noexcept;
+
+  /// Where to put the next 32 samples: into the ring where there is room in one piece, else into
+  /// `scratch`. `commitVector` with the same pointer makes them written.
+  float* vectorToWrite(float* scratch) noexcept;
+  void commitVector(const float* written) noexcept;
+
+  /// 32 samples of which the first was written `samples` before the next write; as `readVector`.
+  const float* vectorBehind(int samples, float* scratch) const noexcept;
+
   int ringLength() const noexcept { return length; }
 
  protected:
   float* next(float* pointer) noexcept { return ++pointer == end ? begin : pointer; }
+  /// `pointer` moved on by n samples, 0 to the ring's length.
+  float* ahead(float* pointer, int n) const noexcept {
+    return pointer + (end - pointer > n ? n : n - length);
+  }
+  /// n samples from `from` on in one piece, as in `readVector`.
+  const float* pieceFrom(const float* from, int n, float* scratch) const noexcept;
   int writeIndex() const noexcept { return static_cast<int>(writePtr - begin); }
 
   std::vector<float> storage{std::vector<float>(kReserve)};

@@ -1,6 +1,7 @@
 #include "delay/MSVRAP1ModDelayLine.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace orvantesco {
@@ -40,6 +41,33 @@ float MSVRAP1ModDelayLine::process(float /*in*/) noexcept {
   readPtr = next(readPtr);
   output = older + (*readPtr - output) * fraction;
   return output;
+}
+
+SwungSpan MSVRAP1ModDelayLine::readSpan(SwungScratch& scratch) noexcept {
+  assert(modPeriod > kVectorLength && centreDelay - modDepth > kVectorLength);
+  const int untilTick = sampleCount == 0 ? 0 : modPeriod - sampleCount;
+  sampleCount = (sampleCount + kVectorLength) % modPeriod;
+  if (untilTick > 0 && untilTick < kVectorLength) return turnedSpan(untilTick, scratch);
+  if (untilTick == 0) takeModulation();
+  const float* piece = pieceFrom(readPtr, kVectorLength + 1, scratch.piece);
+  readPtr = ahead(readPtr, kVectorLength);
+  return {piece, piece + 1, kVectorLength, fraction, fraction};
+}
+
+/// A span that goes on elsewhere from sample `tick` on. Whole vectors are copied, since that is
+/// faster than copying no more than is read.
+SwungSpan MSVRAP1ModDelayLine::turnedSpan(int tick, SwungScratch& scratch) noexcept {
+  const auto takePiece = [&](int at) {
+    const float* piece = pieceFrom(readPtr, kVectorLength + 1, scratch.piece);
+    std::copy_n(piece, kVectorLength, scratch.now + at);
+    std::copy_n(piece + 1, kVectorLength, scratch.next + at);
+  };
+  const float before = fraction;
+  takePiece(0);
+  takeModulation();
+  takePiece(tick);
+  readPtr = ahead(readPtr, kVectorLength - tick);
+  return {scratch.now, scratch.next, tick, before, fraction};
 }
 
 }  // namespace orvantesco
