@@ -2,8 +2,10 @@
 
 #include "fx/EffectCatalogue.h"
 #include "fx/IppBiquad.h"
+#include "fx/LPHP.h"
 #include "fx/QLMSVF.h"
 #include "fx/Shaper.h"
+#include "fx/VARILPHP.h"
 
 namespace orvantesco {
 
@@ -11,6 +13,8 @@ bool effectExists(int typeId) noexcept {
   switch (effectRecord(typeId).build.kind) {
     case EffectClass::biquad:
     case EffectClass::stateVariable:
+    case EffectClass::filterPair:
+    case EffectClass::variableFilterPair:
     case EffectClass::shaper:
       return true;
     default:
@@ -25,6 +29,10 @@ std::shared_ptr<DSPShell> createEffect(int typeId, bool isRight, DSPShell* /*par
       return std::make_shared<IppBiquad>(isRight, build.argument, build.stages);
     case EffectClass::stateVariable:
       return std::make_shared<QLMSVF>(isRight);
+    case EffectClass::filterPair:
+      return std::make_shared<LPHP>(isRight);
+    case EffectClass::variableFilterPair:
+      return std::make_shared<VARILPHP>(isRight);
     case EffectClass::shaper:
       return std::make_shared<Shaper>(isRight, build.argument);
     default:

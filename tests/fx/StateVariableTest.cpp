@@ -42,8 +42,8 @@ TEST(StateVariable, theSaturationIsWithinItsBounds) {
 
 /// Amplitude response to an impulse too small for the saturation to bend.
 double smallSignalDb(RecipeSvf& filter, double hz) {
-  testing_support::run(filter, Signal(3000 * 32, 0.0));
-  Signal in = testing_support::impulse(1500);
+  testing_support::run(filter, Signal(600 * 32, 0.0));
+  Signal in = testing_support::impulse(500);
   in[0] = 1e-4;
   const Signal answer = testing_support::run(filter, in);
   C sum = 0.0;
