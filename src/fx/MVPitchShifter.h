@@ -1,0 +1,86 @@
+#pragma once
+
+#include <vector>
+
+#include "fx/BiquadCascade.h"
+#include "fx/DSPShell.h"
+#include "fx/SimpleOSC.h"
+
+namespace orvantesco {
+
+/// "PITCH SHIFT" and "PITCH SHIFT ST": transposes one channel by up to an octave.
+///
+/// The delay-line shifter (U. Zoelzer (ed.), "DAFX", chapter on time-segment processing): two taps
+/// half a cycle apart sweep a ring of samples, whose speed of sweeping is the change of pitch. A
+/// triangle fades between them, so that a tap is silent at the moment at which it jumps. A cycle
+/// runs over twice the size, 1..100 ms; phase p of 0..2 reads p times the size back. Reads between
+/// samples go through a first-order recursion whose coefficient is the square of the fraction.
+///
+/// "PITCH SHIFT ST" (`dual`) has its pitch from COARSE L in the left instance and from COARSE R in
+/// the right one. It is thought of as three voices at a third of the level each; they share one
+/// rate and one phase and so are one and the same signal, which is computed once.
+///
+/// Parameters: 0 coarse -1..1 for 12 semitones (dual: of the left instance); 1 fine -1..1
+/// semitones (dual: coarse of the right instance); 2 size in ms; 3 spread -1..1, in semitones, half
+/// of them when dual; 4 wet share. Modulated: 0 by 12 semitones, 1 by half a one, 2, 3 by one.
+class MVPitchShifter final : public SimpleOSC, public DSPShell {
+ public:
+  static constexpr int kBufferLength = 65536;
+
+  /// Takes 512 KiB.
+  MVPitchShifter(bool isRight, bool dual);
+
+  void setParam(int index, double value) noexcept override;
+  void processBlock() noexcept override;
+  /// O(1): the ring forgets its samples instead of being cleared.
+  void reset() noexcept override;
+  void rateChanged() noexcept override;
+  void clearMemories() noexcept override;
+
+  /// The size as it stands in its glide: half of what a tap sweeps over.
+  double sizeSamples() const noexcept { return sizeSmoother.state(); }
+
+ private:
+  /// What the two taps read in one vector, first and second tap in turn.
+  struct Reads {
+    alignas(32) double newer[2 * kVectorLength];
+    alignas(32) double older[2 * kVectorLength];
+    alignas(32) double weight[2 * kVectorLength];  ///< of the newer one
+    alignas(32) double fade[kVectorLength];        ///< share of the first tap
+  };
+
+  void setCoarse(double value) noexcept;
+  double modulationSemitones() const noexcept;
+  void updateRatio() noexcept;
+  double targetSamples() const noexcept;
+  void followWithLowpass() noexcept;
+  double sampleOf(int age, int slot) const noexcept;
+  void readTap(int at, double delay, Reads& reads) const noexcept;
+  void sweep(const float* size, Reads& reads) noexcept;
+  void blend(const Reads& reads) noexcept;
+
+  // Settings
+  const bool isDual;
+  const double detune;  ///< share of the spread
+  double coarse = 0.0;  ///< semitones
+  double fine = 0.0;    ///< semitones
+  double sizeMs = 10.0;
+  double spreadSemitones = 0.0;
+
+  // Derived
+  double semitones = 0.0;
+  double ratioTerm = 0.0;    ///< 1 - 2^(semitones / 12): samples that a tap moves per sample
+  double cutoffLast = -1.0;  ///< smoothed ratio term of the low-pass in force
+
+  // State
+  Smoother sizeSmoother;
+  Smoother cutoffSmoother;
+  BiquadCascade antiAlias;
+  std::vector<double> buffer;
+  int writeIndex = 0;
+  int written = 0;  ///< samples since the last reset, kBufferLength at most
+  double taps[2] = {};
+  alignas(32) float rates[kVectorLength] = {};
+};
+
+}  // namespace orvantesco
