@@ -1,9 +1,12 @@
 #include "fx/EffectFactory.h"
 
 #include "fx/EffectCatalogue.h"
+#include "fx/HilbertShifter.h"
 #include "fx/IppBiquad.h"
 #include "fx/LPHP.h"
+#include "fx/MVPitchShifter.h"
 #include "fx/QLMSVF.h"
+#include "fx/RingMod.h"
 #include "fx/Shaper.h"
 #include "fx/VARILPHP.h"
 
@@ -16,13 +19,16 @@ bool effectExists(int typeId) noexcept {
     case EffectClass::filterPair:
     case EffectClass::variableFilterPair:
     case EffectClass::shaper:
+    case EffectClass::hilbertShifter:
+    case EffectClass::ringMod:
+    case EffectClass::pitchShifter:
       return true;
     default:
       return false;
   }
 }
 
-std::shared_ptr<DSPShell> createEffect(int typeId, bool isRight, DSPShell* /*partner*/) {
+std::shared_ptr<DSPShell> createEffect(int typeId, bool isRight, DSPShell* partner) {
   const EffectBuild& build = effectRecord(typeId).build;
   switch (build.kind) {
     case EffectClass::biquad:
@@ -35,6 +41,12 @@ std::shared_ptr<DSPShell> createEffect(int typeId, bool isRight, DSPShell* /*par
       return std::make_shared<VARILPHP>(isRight);
     case EffectClass::shaper:
       return std::make_shared<Shaper>(isRight, build.argument);
+    case EffectClass::hilbertShifter:
+      return std::make_shared<HilbertShifter>(isRight);
+    case EffectClass::ringMod:
+      return std::make_shared<RingMod>(isRight, dynamic_cast<RingMod*>(partner));
+    case EffectClass::pitchShifter:
+      return std::make_shared<MVPitchShifter>(isRight, build.argument != 0);
     default:
       return nullptr;
   }

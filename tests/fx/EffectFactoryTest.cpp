@@ -45,5 +45,35 @@ TEST(EffectFactory, theChannelsMoveApart) {
             testing_support::responseDb(*right, upper) + 20.0);
 }
 
+TEST(EffectFactory, aRightRingModulatorKnowsItsLeftOne) {
+  const auto left = createEffect(2, false, nullptr);
+  const auto right = createEffect(2, true, left.get());
+  const auto settle = [&](double spread) {
+    testing_support::Signal l(3200, 1.0), r = l;
+    for (const auto& effect : {left, right}) effect->setParam(0, 0.8);
+    for (const auto& effect : {left, right}) effect->setParam(3, spread);
+    for (size_t at = 0; at < l.size(); at += kVectorLength) {
+      left->process(&l[at], nullptr);
+      right->process(&r[at], nullptr);
+    }
+    return std::fabs(l.back() - r.back());
+  };
+  EXPECT_GT(settle(0.5), 0.1);
+  EXPECT_LT(settle(0.0), 1e-12);
+}
+
+TEST(EffectFactory, onlyTheStereoPitchShifterHasACoarseKnobForEachChannel) {
+  for (int id : {4, 5}) {
+    const auto right = createEffect(id, true, nullptr);
+    right->setParam(0, 1.0);
+    right->setParam(2, 10.0);
+    const auto still = createEffect(id, true, nullptr);
+    still->setParam(2, 10.0);
+    const auto in = testing_support::noise(100);
+    const bool moved = testing_support::run(*right, in) != testing_support::run(*still, in);
+    EXPECT_EQ(moved, id == 4);
+  }
+}
+
 }  // namespace
 }  // namespace orvantesco
