@@ -8,7 +8,6 @@
 #include "fx/DCRemover.h"
 #include "fx/IppBiquad.h"
 #include "fx/IppFixBiquad.h"
-#include "fx/QLMSVF.h"
 #include "fx/Smoother.h"
 
 namespace orvantesco {
@@ -74,59 +73,6 @@ void plainBiquad(benchmark::State& state) {
   }
 }
 BENCHMARK(plainBiquad);
-
-void stateVariable(benchmark::State& state) {
-  QLMSVF filter;
-  filter.setParam(0, 0.5);
-  filter.setParam(1, 0.7);
-  filter.setParam(3, static_cast<double>(state.range(0)));
-  Vector in = tone(1.0), out{};
-  for (int i = 0; i < 5000; ++i) filter.process(in.data(), out.data());
-  for (auto _ : state) {
-    filter.process(in.data(), out.data());
-    benchmark::DoNotOptimize(out.data());
-    benchmark::ClobberMemory();
-  }
-}
-BENCHMARK(stateVariable)->Arg(kSvfLowpass)->Arg(kSvfBandpass)->Arg(kSvfPlainLowpass);
-
-struct PlainStateVariable {
-  static double saturated(double x) {
-    const double u = x * x;
-    return x * (((u + 378.0) * u + 17325.0) * u + 135135.0) /
-           (((28.0 * u + 3150.0) * u + 62370.0) * u + 135135.0);
-  }
-  double resonant(double x) {
-    const double hp = (x - k1 * s1a - s1b) * h1 + 1e-15 - 1e-15;
-    const double bp = hp * g + s1a;
-    const double lp = bp * g + s1b;
-    s1a = saturated(hp * g + bp);
-    s1b = bp * g + lp;
-    return lp;
-  }
-  double linear(double x) {
-    const double hp = (x - k2 * s2a - s2b) * h2 + 1e-15 - 1e-15;
-    const double bp = hp * g + s2a;
-    const double lp = bp * g + s2b;
-    s2a = hp * g + bp;
-    s2b = bp * g + lp;
-    return lp;
-  }
-  double g = 0.07, k1 = 0.3, h1 = 1.0 / 1.021, k2 = 1.07, h2 = 1.0 / 1.0749;
-  double s1a = 0.0, s1b = 0.0, s2a = 0.0, s2b = 0.0;
-};
-
-void plainStateVariable(benchmark::State& state) {
-  PlainStateVariable filter;
-  Vector in = tone(1.0), out{};
-  for (auto _ : state) {
-    for (size_t i = 0; i < kVectorLength; ++i) out[i] = filter.resonant(in[i]);
-    for (double& sample : out) sample = filter.linear(sample);
-    benchmark::DoNotOptimize(out.data());
-    benchmark::ClobberMemory();
-  }
-}
-BENCHMARK(plainStateVariable);
 
 void inputFilterPair(benchmark::State& state) {
   IppFixBiquad left, right;

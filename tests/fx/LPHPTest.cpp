@@ -179,6 +179,16 @@ TEST(LPHP, badInputLeavesNothingBehind) {
   }
 }
 
+TEST(LPHP, withItsMemoriesClearedItIsAsNewlyBuilt) {
+  for (int mode : {0, 5}) {
+    ModulatedPair cleared = built(recipeOf(mode), mode), fresh = built(recipeOf(mode), mode);
+    testing_support::run(cleared, noise(31));
+    cleared->clearMemories();
+    const Signal in = noise(50, 9);
+    EXPECT_TRUE(testing_support::run(cleared, in) == testing_support::run(fresh, in)) << mode;
+  }
+}
+
 TEST(LPHP, survivesAMillionfoldInput) {
   ModulatedPair pair = built(recipeOf(2), 2);
   Signal loud = noise(50);

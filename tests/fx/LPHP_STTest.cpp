@@ -113,6 +113,19 @@ TEST(LPHP_ST, afterARateChangeItIsAsNewlyBuilt) {
   EXPECT_TRUE(actual.right == expected.right);
 }
 
+TEST(LPHP_ST, withItsMemoriesClearedItIsAsNewlyBuilt) {
+  LPHP_ST cleared, fresh;
+  adjust(cleared);
+  adjust(fresh);
+  runStereo(cleared, {noise(31, 1), noise(31, 2)});
+  cleared.clearMemories();
+  const Channels in{noise(60, 3), noise(60, 4)};
+  const Channels actual = runStereo(cleared, in);
+  const Channels expected = runStereo(fresh, in);
+  EXPECT_TRUE(actual.left == expected.left);
+  EXPECT_TRUE(actual.right == expected.right);
+}
+
 TEST(LPHP_ST, badInputOfOneChannelLeavesNothingBehind) {
   LPHP_ST stereo;
   adjust(stereo);
