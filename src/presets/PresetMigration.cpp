@@ -1,0 +1,120 @@
+#include "presets/PresetMigration.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <list>
+#include <string_view>
+#include <unordered_map>
+
+#include "params/ParamIndex.h"
+
+namespace orvantesco {
+namespace {
+
+// The first versions that need no migration of their kind.
+constexpr int kLevelsInDb = 4;
+constexpr int kMoreNoteLengths = 5;
+constexpr int kMoreWaves = 6;
+constexpr int kMoreFilters = 9;
+constexpr int kMorePreTypes = 12;
+constexpr int kMoreFeedbackTypes = 13;
+constexpr int kQuietTappedMix = 14;
+
+constexpr float kModeTapped = 3.0f;
+constexpr float kRouteMix = 6.0f;
+constexpr double kDbPerNeper = 8.685889638065037;
+
+constexpr std::array kTimebaseOfMenu{0, 2, 3, 4, 8, 9, 10};
+constexpr std::array kTapTimebaseOfMenu{0, 1, 2, 3, 4, 8, 9, 10};
+
+bool within(int index, int base) noexcept { return index >= base && index < base + numSlots; }
+
+/// Entries that a menu got: those behind `last` moved up by `count`.
+float moved(float position, float last, float count) noexcept {
+  return position > last ? position + count : position;
+}
+
+/// A position of an old menu, held to its entries, and the value that the entry has now.
+template <std::size_t Count>
+float entryOf(const std::array<int, Count>& menu, float position) noexcept {
+  const bool isNumber = !std::isnan(position);
+  const float held = isNumber ? std::clamp(position, 0.0f, static_cast<float>(Count - 1)) : 0.0f;
+  return static_cast<float>(menu[static_cast<std::size_t>(held)]);
+}
+
+float withTypesOfFeedback(int version, float v) noexcept {
+  if (version < kMoreFeedbackTypes) v = moved(v, 12.0f, 1.0f);
+  return version < kMoreFilters ? moved(v, 9.0f, 1.0f) : v;
+}
+
+float withTypesOfOtherStages(int version, float v) noexcept {
+  if (version < kMorePreTypes) v = moved(v, 17.0f, 1.0f);
+  return version < kMoreFilters ? moved(v, 10.0f, 2.0f) : v;
+}
+
+/// The third slot's timebase was never part of this: files of that age keep its number as it is.
+bool hasOldTimebase(int index) noexcept {
+  return within(index, kTimebase) && index != kTimebase + 2;
+}
+
+float ofNoteLengths(int index, float v) noexcept {
+  if (hasOldTimebase(index)) return entryOf(kTimebaseOfMenu, v);
+  return within(index, kTapTimebase) ? entryOf(kTapTimebaseOfMenu, v) : v;
+}
+
+float today(int version, int index, float v) noexcept {
+  if (within(index, kFxTypeFeedback)) return withTypesOfFeedback(version, v);
+  if (within(index, kFxTypePre) || within(index, kFxTypePost)) {
+    return withTypesOfOtherStages(version, v);
+  }
+  if (within(index, kLfoWave) && version < kMoreWaves) return moved(v, 18.0f, 4.0f);
+  if (within(index, kLevel) && version < kLevelsInDb) {
+    return static_cast<float>(std::log(static_cast<double>(v)) * kDbPerNeper);
+  }
+  return version < kMoreNoteLengths ? ofNoteLengths(index, v) : v;
+}
+
+/// The values of a preset by their keys, each to be taken once, in the order of the file.
+class ValueList {
+ public:
+  explicit ValueList(const std::vector<PresetValue>& values) {
+    for (const PresetValue& value : values) byKey[value.key].push_back(value.value);
+  }
+
+  std::optional<float> take(std::string_view key) {
+    const auto found = byKey.find(key);
+    if (found == byKey.end() || found->second.empty()) return std::nullopt;
+    const auto value = static_cast<float>(found->second.front());
+    found->second.pop_front();
+    return value;
+  }
+
+ private:
+  std::unordered_map<std::string_view, std::list<double>> byKey;
+};
+
+bool holds(const MigratedValues& values, int index, float wanted) {
+  return values.byIndex[static_cast<std::size_t>(index)] == wanted;
+}
+
+}  // namespace
+
+MigratedValues migrated(const PresetFile& preset, const ParamKeys& keys) {
+  ValueList listed(preset.values);
+  MigratedValues values;
+  for (int index = 0; const std::string& key : keys) {
+    const auto value = listed.take(key);
+    values.byIndex.push_back(value ? std::optional(today(preset.version, index, *value)) : value);
+    ++index;
+  }
+  if (preset.version >= kQuietTappedMix) return values;
+  for (int slot = 0; slot < numSlots; ++slot) {
+    values.quietenFeedback[static_cast<std::size_t>(slot)] =
+        holds(values, kDelayMode + slot, kModeTapped) &&
+        holds(values, kDelayRoute + slot, kRouteMix);
+  }
+  return values;
+}
+
+}  // namespace orvantesco
