@@ -11,6 +11,10 @@ namespace orvantesco {
 
 namespace {
 
+/// A delay of thousands of samples needs its last bits: they are where between two samples it
+/// reads.
+constexpr double kRestTolerance = 4e-15;
+
 int lengthWithin(int n) noexcept {
   assert(n >= 1 && n <= kVectorLength);
   return std::clamp(n, 1, kVectorLength);
@@ -22,6 +26,7 @@ void RingDelay::resize(int samples, double smoothingMs) {
   const unsigned wanted = static_cast<unsigned>(std::max(samples, 2 * DelayRing::kGuard));
   ring.allocate(static_cast<int>(std::bit_ceil(wanted)));
   timeSmoother.setTime(smoothingMs);
+  timeSmoother.setRestTolerance(kRestTolerance);
   timeSmoother.snap(0.0);
   clear();
 }
@@ -30,6 +35,11 @@ void RingDelay::clear() noexcept {
   ring.reset();
   apState = 0.0;
   std::fill_n(scratch, kVectorLength, 0.0);
+}
+
+void RingDelay::rateChanged() noexcept {
+  timeSmoother.rateChanged();
+  clear();
 }
 
 const double* RingDelay::read(double delaySamples, int n) noexcept {

@@ -26,6 +26,9 @@ class RingDelay {
   /// Silence, at a cost that does not depend on the length; the glide stays.
   void clear() noexcept;
 
+  /// Silence, and the glide anew: its constants at the rate in force, its first value 0.
+  void rateChanged() noexcept;
+
   int capacity() const noexcept { return ring.length(); }
 
   /// Appends n samples, 0..32, held at ±1e8; what is not finite is written as 0.

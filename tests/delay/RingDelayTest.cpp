@@ -133,6 +133,15 @@ TEST(RingDelay, AResizedLineIsLikeANewOne) {
   EXPECT_EQ(modulated(used, noise(50), 200.3), modulated(fresh, noise(50), 200.3));
 }
 
+TEST(RingDelay, AfterAChangeOfRateItIsLikeANewOne) {
+  RingDelay used;
+  modulated(used, noise(50), 400.3);
+  ScopedRate scope(96000.0);
+  used.rateChanged();
+  RingDelay fresh;
+  EXPECT_EQ(modulated(used, noise(50), 200.3), modulated(fresh, noise(50), 200.3));
+}
+
 /// The modulated read, sample by sample.
 Signal plainModulated(const Signal& signal, const Signal& delays, int capacity, double ms,
                       double rate) {
