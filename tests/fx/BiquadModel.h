@@ -120,15 +120,17 @@ class BiquadModel {
   }
 
   Signal run(const Signal& in) {
-    Signal out(in.size());
-    for (size_t i = 0; i < in.size(); ++i) {
-      const int vector = static_cast<int>(i / 32);
-      if (i % 32 == 0 && (vector == 0 || vector % 2 == 1)) control(vector);
-      double x = in[i];
-      for (PlainRecursion& section : sections) x = section.tick(x);
-      out[i] = x * behind;
-    }
+    Signal out;
+    for (double sample : in) out.push_back(tick(sample));
     return out;
+  }
+
+  double tick(double x) {
+    const int vector = static_cast<int>(samples / 32);
+    if (samples % 32 == 0 && (vector == 0 || vector % 2 == 1)) control(vector);
+    ++samples;
+    for (PlainRecursion& section : sections) x = section.tick(x);
+    return x * behind;
   }
 
  private:
@@ -237,6 +239,7 @@ class BiquadModel {
   double lastCutoff = 0.0;
   double behind = 1.0;
   bool isDirect = false;
+  long samples = 0;
   std::vector<PlainRecursion> sections;
 };
 
