@@ -1,10 +1,14 @@
 #include "fx/EffectFactory.h"
 
+#include "fx/Comb.h"
+#include "fx/Compressor.h"
 #include "fx/EffectCatalogue.h"
 #include "fx/HilbertShifter.h"
 #include "fx/IppBiquad.h"
 #include "fx/LPHP.h"
 #include "fx/MVPitchShifter.h"
+#include "fx/PhaseFilter.h"
+#include "fx/PhaserC.h"
 #include "fx/QLMSVF.h"
 #include "fx/RingMod.h"
 #include "fx/Shaper.h"
@@ -22,6 +26,10 @@ bool effectExists(int typeId) noexcept {
     case EffectClass::hilbertShifter:
     case EffectClass::ringMod:
     case EffectClass::pitchShifter:
+    case EffectClass::phaser:
+    case EffectClass::phaseFilter:
+    case EffectClass::comb:
+    case EffectClass::compressor:
       return true;
     default:
       return false;
@@ -47,6 +55,14 @@ std::shared_ptr<DSPShell> createEffect(int typeId, bool isRight, DSPShell* partn
       return std::make_shared<RingMod>(isRight, dynamic_cast<RingMod*>(partner));
     case EffectClass::pitchShifter:
       return std::make_shared<MVPitchShifter>(isRight, build.argument != 0);
+    case EffectClass::phaser:
+      return std::make_shared<PhaserC>(isRight);
+    case EffectClass::phaseFilter:
+      return std::make_shared<PhaseFilter>(isRight, build.argument);
+    case EffectClass::comb:
+      return std::make_shared<Comb>(isRight);
+    case EffectClass::compressor:
+      return std::make_shared<Compressor>(isRight);
     default:
       return nullptr;
   }

@@ -3,7 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "fx/BiquadFixture.h"
+#include "fx/Comb.h"
+#include "fx/Compressor.h"
 #include "fx/EffectCatalogue.h"
+#include "fx/PhaseFilter.h"
+#include "fx/PhaserC.h"
 
 namespace orvantesco {
 namespace {
@@ -31,6 +35,20 @@ TEST(EffectFactory, buildsTheFiltersInTheirModes) {
     EXPECT_EQ(filter->filterMode(), mode);
     EXPECT_EQ(filter->stageCount(), stages);
   }
+}
+
+template <class Block>
+bool builds(int id) {
+  return dynamic_cast<Block*>(createEffect(id, false, nullptr).get()) != nullptr;
+}
+
+TEST(EffectFactory, buildsPhaserCombPhaseFilterAndCompressor) {
+  EXPECT_TRUE(builds<PhaserC>(3));
+  EXPECT_TRUE(builds<PhaseFilter>(34));
+  EXPECT_TRUE(builds<Comb>(35));
+  EXPECT_TRUE(builds<Compressor>(37));
+  const auto filter = createEffect(34, false, nullptr);
+  EXPECT_EQ(dynamic_cast<PhaseFilter&>(*filter).stageCount(), 5);
 }
 
 TEST(EffectFactory, theChannelsMoveApart) {
