@@ -10,8 +10,10 @@
 #include "delay/MLPF1a.h"
 #include "delay/MSVRAP1ModDelayLine.h"
 #include "delay/MSinOsc.h"
+#include "delay/RingDelay.h"
 #include "fx/IppBiquad.h"
 #include "master/AFdnReverb.h"
+#include "master/Ambience.h"
 
 namespace orvantesco {
 namespace {
@@ -129,6 +131,63 @@ void plainRoom10(benchmark::State& state) {
   runStereo(state, network);
 }
 BENCHMARK(plainRoom10);
+
+template <class Block>
+void setAmbience(Block& ambience, double drift) {
+  const double values[] = {2.2, 0.7, drift, 0.7};
+  for (int i = 0; i < 4; ++i) ambience.setParam(i, values[i]);
+}
+
+/// Percent of the drift.
+void ambience(benchmark::State& state) {
+  Ambience block;
+  setAmbience(block, static_cast<double>(state.range(0)) * 0.01);
+  runStereo(state, block);
+}
+BENCHMARK(ambience)->Arg(0)->Arg(30);
+
+/// The same network with its four lines one after the other.
+class PlainAmbience {
+ public:
+  PlainAmbience() {
+    for (RingDelay& line : lines) line.resize(60000);
+    for (IppBiquad* filter : {&left, &right}) filter->setCutoff(0.7);
+  }
+
+  void process(const double* inL, const double* inR, double* outL, double* outR) {
+    static constexpr double kLength[] = {9453.4, 3671.8, 6056.6, 7878.2};
+    for (int n = 0; n < kVectorLength; ++n) feed[0][n] += inL[n];
+    for (int n = 0; n < kVectorLength; ++n) feed[1][n] += inR[n];
+    left.process(feed[0], nullptr);
+    right.process(feed[1], nullptr);
+    swing += 0.003;
+    const double* r[4];
+    for (int i = 0; i < 4; ++i) {
+      lines[i].write(feed[i], kVectorLength);
+      r[i] = lines[i].readModulated(kLength[i] + (i < 2 ? 50.0 * std::sin(swing) : 0.0),
+                                    kVectorLength);
+    }
+    for (int n = 0; n < kVectorLength; ++n) {
+      const double sum = -0.5 * (r[0][n] + r[1][n] + r[2][n] + r[3][n]);
+      for (int i = 0; i < 4; ++i) feed[i][n] = (r[i][n] + sum) * -0.7;
+      outL[n] = 2.0 * r[0][n];
+      outR[n] = 2.0 * r[1][n];
+    }
+  }
+
+ private:
+  double swing = 0.0;
+  RingDelay lines[4];
+  IppBiquad left{false, kLowpassFilter, 1};
+  IppBiquad right{false, kLowpassFilter, 1};
+  double feed[4][kVectorLength] = {};
+};
+
+void plainAmbience(benchmark::State& state) {
+  PlainAmbience block;
+  runStereo(state, block);
+}
+BENCHMARK(plainAmbience);
 
 }  // namespace
 }  // namespace orvantesco

@@ -18,31 +18,19 @@ void MDelayLine::setMaxDelay(int samples) {
   readPtr = behind == 0 ? begin : end - behind;
 }
 
-const float* MDelayLine::pieceFrom(const float* from, int n, float* scratch) const noexcept {
+/// A piece that crosses the ring's end.
+const float* MDelayLine::joined(const float* from, int n, float* scratch) const noexcept {
   const auto beforeEnd = static_cast<int>(end - from);
-  if (n <= beforeEnd) return from;
   std::copy_n(from, beforeEnd, scratch);
   std::copy_n(begin, n - beforeEnd, scratch + beforeEnd);
   return scratch;
 }
 
-const float* MDelayLine::readVector(float* scratch) noexcept {
-  const float* piece = pieceFrom(readPtr, kVectorLength, scratch);
-  readPtr = ahead(readPtr, kVectorLength);
-  return piece;
-}
-
-float* MDelayLine::vectorToWrite(float* scratch) noexcept {
-  return end - writePtr >= kVectorLength ? writePtr : scratch;
-}
-
-void MDelayLine::commitVector(const float* written) noexcept {
-  if (written != writePtr) {
-    const auto beforeEnd = static_cast<int>(end - writePtr);
-    std::copy_n(written, beforeEnd, writePtr);
-    std::copy_n(written + beforeEnd, kVectorLength - beforeEnd, begin);
-  }
-  writePtr = ahead(writePtr, kVectorLength);
+/// A vector that crosses the ring's end.
+void MDelayLine::copyIn(const float* vector) noexcept {
+  const auto beforeEnd = static_cast<int>(end - writePtr);
+  std::copy_n(vector, beforeEnd, writePtr);
+  std::copy_n(vector + beforeEnd, kVectorLength - beforeEnd, begin);
 }
 
 const float* MDelayLine::vectorBehind(int samples, float* scratch) const noexcept {

@@ -42,12 +42,21 @@ class MDelayLine : public Module {
   /// The next 32 samples of `read` at once, for a delay of 32 at least: a pointer to them in the
   /// ring where they lie there in one piece, else to `scratch` (room for 32) with a copy. Stands
   /// until they are written over, 32 samples before the ring's end comes round to them.
-  const float* readVector(float* scratch) noexcept;
+  const float* readVector(float* scratch) noexcept {
+    const float* piece = pieceFrom(readPtr, kVectorLength, scratch);
+    readPtr = ahead(readPtr, kVectorLength);
+    return piece;
+  }
 
   /// Where to put the next 32 samples: into the ring where there is room in one piece, else into
   /// `scratch`. `commitVector` with the same pointer makes them written.
-  float* vectorToWrite(float* scratch) noexcept;
-  void commitVector(const float* written) noexcept;
+  float* vectorToWrite(float* scratch) noexcept {
+    return end - writePtr >= kVectorLength ? writePtr : scratch;
+  }
+  void commitVector(const float* written) noexcept {
+    if (written != writePtr) copyIn(written);
+    writePtr = ahead(writePtr, kVectorLength);
+  }
 
   /// 32 samples of which the first was written `samples` before the next write; as `readVector`.
   const float* vectorBehind(int samples, float* scratch) const noexcept;
@@ -61,7 +70,9 @@ class MDelayLine : public Module {
     return pointer + (end - pointer > n ? n : n - length);
   }
   /// n samples from `from` on in one piece, as in `readVector`.
-  const float* pieceFrom(const float* from, int n, float* scratch) const noexcept;
+  const float* pieceFrom(const float* from, int n, float* scratch) const noexcept {
+    return end - from >= n ? from : joined(from, n, scratch);
+  }
   int writeIndex() const noexcept { return static_cast<int>(writePtr - begin); }
 
   std::vector<float> storage{std::vector<float>(kReserve)};
@@ -72,6 +83,10 @@ class MDelayLine : public Module {
   float* readPtr = begin;
   int maxDelay = 0;
   int delay = 0;
+
+ private:
+  const float* joined(const float* from, int n, float* scratch) const noexcept;
+  void copyIn(const float* vector) noexcept;
 };
 
 }  // namespace orvantesco

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <cmath>
 
 namespace orvantesco {
 
@@ -22,9 +21,10 @@ void MSVRAP1ModDelayLine::setModPeriod(int samples) noexcept {
 void MSVRAP1ModDelayLine::takeModulation() noexcept {
   const float swing = modulator != nullptr ? std::clamp(modulator->tick(), -1.0F, 1.0F) : 0.0F;
   const float position = readPos + swing * static_cast<float>(modDepth);
-  const float whole = std::floor(position);
-  fraction = position - whole;
-  const int index = static_cast<int>(whole);
+  // Towards minus infinity, without a call: a position lies within a few turns of 0.
+  int index = static_cast<int>(position);
+  if (static_cast<float>(index) > position) --index;
+  fraction = position - static_cast<float>(index);
   if (index < 0) {
     readPtr = begin + (index + length);
   } else {

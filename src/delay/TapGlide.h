@@ -4,9 +4,9 @@
 
 namespace orvantesco {
 
-/// The glide of a tap's delay time: a one-pole response of 100 ms to a new time, in double.
+/// The glide of a tap's delay time: a one-pole response of 100 ms (T) to a new time, in double.
 ///
-///     d[i] = a^(i+1) d0 + (1 - a) x (1 + a + ... + a^i),   a = exp(-2 pi / (0.1 * sampleRate))
+///     d[i] = a^(i+1) d0 + (1 - a) x (1 + a + ... + a^i),   a = exp(-2 pi / (T * sampleRate))
 ///
 /// In double the glide comes to rest. (In float it never would: it would jitter by its last bit,
 /// and modulate what is delayed with noise.) Once a block ends within 1e-9 of its target, relative
@@ -17,7 +17,7 @@ struct TapGlide {
   static constexpr double kSettled = 1e-9;
 
   /// Computes the tables for a rate in Hz.
-  void setRate(double rateHz) noexcept;
+  void setRate(double rateHz, double timeMs = kTimeMs) noexcept;
 
   /// The delay at sample i of a block that starts from `start`; `pull` is gain times target.
   double at(int i, double start, double pull) const noexcept {

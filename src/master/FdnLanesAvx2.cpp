@@ -12,28 +12,16 @@ namespace {
 struct Avx2Lanes {
   using Floats = kernels::avx2::Floats;
 
-  static void loadColumns(const float* const* rows, int at, Floats (&columns)[8]) noexcept {
-    for (int half = 0; half < 2; ++half) {
-      const int from = at + 4 * half;
-      __m256 r[4];
-      for (int k = 0; k < 4; ++k) r[k] = loadHalves(rows[k] + from, rows[k + 4] + from);
-      turn(r);
-      for (int k = 0; k < 4; ++k) columns[4 * half + k].v = r[k];
-    }
+  [[gnu::always_inline]] static void loadColumns(const float* const* rows, int at,
+                                                 Floats (&columns)[8]) noexcept {
+    loadFour(rows, at, columns);
+    loadFour(rows, at + 4, columns + 4);
   }
 
-  static void storeColumns(const Floats (&columns)[8], float (*rows)[kVectorLength],
-                           int at) noexcept {
-    for (int half = 0; half < 2; ++half) {
-      const int to = at + 4 * half;
-      __m256 c[4];
-      for (int k = 0; k < 4; ++k) c[k] = columns[4 * half + k].v;
-      turn(c);
-      for (int k = 0; k < 4; ++k) {
-        _mm_storeu_ps(rows[k] + to, _mm256_castps256_ps128(c[k]));
-        _mm_storeu_ps(rows[k + 4] + to, _mm256_extractf128_ps(c[k], 1));
-      }
-    }
+  [[gnu::always_inline]] static void storeColumns(const Floats (&columns)[8],
+                                                  float (*rows)[kVectorLength], int at) noexcept {
+    storeFour(columns, rows, at);
+    storeFour(columns + 4, rows, at + 4);
   }
 
   static Floats larger(Floats a, Floats b) noexcept { return {_mm256_max_ps(a.v, b.v)}; }
@@ -44,16 +32,37 @@ struct Avx2Lanes {
     return _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(low)), _mm_loadu_ps(high), 1);
   }
 
+  [[gnu::always_inline]] static void loadFour(const float* const* rows, int at,
+                                              Floats* columns) noexcept {
+    const __m256 a = loadHalves(rows[0] + at, rows[4] + at);
+    const __m256 b = loadHalves(rows[1] + at, rows[5] + at);
+    const __m256 c = loadHalves(rows[2] + at, rows[6] + at);
+    const __m256 d = loadHalves(rows[3] + at, rows[7] + at);
+    turn(a, b, c, d, columns);
+  }
+
+  [[gnu::always_inline]] static void storeFour(const Floats* columns, float (*rows)[kVectorLength],
+                                               int at) noexcept {
+    Floats turned[4];
+    turn(columns[0].v, columns[1].v, columns[2].v, columns[3].v, turned);
+#pragma GCC unroll 4
+    for (int k = 0; k < 4; ++k) {
+      _mm_storeu_ps(rows[k] + at, _mm256_castps256_ps128(turned[k].v));
+      _mm_storeu_ps(rows[k + 4] + at, _mm256_extractf128_ps(turned[k].v, 1));
+    }
+  }
+
   /// Both halves at once: four rows of four become four columns of four.
-  static void turn(__m256 (&r)[4]) noexcept {
-    const __m256 a = _mm256_unpacklo_ps(r[0], r[1]);
-    const __m256 b = _mm256_unpackhi_ps(r[0], r[1]);
-    const __m256 c = _mm256_unpacklo_ps(r[2], r[3]);
-    const __m256 d = _mm256_unpackhi_ps(r[2], r[3]);
-    r[0] = _mm256_shuffle_ps(a, c, 0x44);
-    r[1] = _mm256_shuffle_ps(a, c, 0xee);
-    r[2] = _mm256_shuffle_ps(b, d, 0x44);
-    r[3] = _mm256_shuffle_ps(b, d, 0xee);
+  [[gnu::always_inline]] static void turn(__m256 a, __m256 b, __m256 c, __m256 d,
+                                          Floats* turned) noexcept {
+    const __m256 lowAb = _mm256_unpacklo_ps(a, b);
+    const __m256 highAb = _mm256_unpackhi_ps(a, b);
+    const __m256 lowCd = _mm256_unpacklo_ps(c, d);
+    const __m256 highCd = _mm256_unpackhi_ps(c, d);
+    turned[0].v = _mm256_shuffle_ps(lowAb, lowCd, 0x44);
+    turned[1].v = _mm256_shuffle_ps(lowAb, lowCd, 0xee);
+    turned[2].v = _mm256_shuffle_ps(highAb, highCd, 0x44);
+    turned[3].v = _mm256_shuffle_ps(highAb, highCd, 0xee);
   }
 };
 

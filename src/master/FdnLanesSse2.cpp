@@ -33,6 +33,7 @@ struct Sse2Lanes {
   using Floats = FourFloats;
 
   static void loadColumns(const float* const* rows, int at, Floats (&columns)[4]) noexcept {
+#pragma GCC unroll 4
     for (int k = 0; k < 4; ++k) columns[k] = Floats::load(rows[k] + at);
     _MM_TRANSPOSE4_PS(columns[0].v, columns[1].v, columns[2].v, columns[3].v);
   }
@@ -41,6 +42,7 @@ struct Sse2Lanes {
                            int at) noexcept {
     Floats turned[4] = {columns[0], columns[1], columns[2], columns[3]};
     _MM_TRANSPOSE4_PS(turned[0].v, turned[1].v, turned[2].v, turned[3].v);
+#pragma GCC unroll 4
     for (int k = 0; k < 4; ++k) turned[k].store(rows[k] + at);
   }
 
