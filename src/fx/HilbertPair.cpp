@@ -1,6 +1,7 @@
 #include "fx/HilbertPair.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvantesco {
 
@@ -13,34 +14,34 @@ constexpr Coefficients kChainA = {0.150069, 0.453848, 0.708102, 0.858996,
 constexpr Coefficients kChainB = {0.0406273, 0.298439, 0.593846, 0.795335,
                                   0.90407,   0.956837, 0.981597, 0.993872};
 
-/// Two neighbouring samples through one section.
-[[gnu::always_inline]] inline Lanes step(double c, Lanes& memory, Lanes x) noexcept {
-  const Lanes y = bothLanes(c) * x + memory;
-  memory = bothLanes(c) * y - x;
-  return y;
+/// One chain over a vector. The sections are unrolled, so that their memories stay in registers.
+template <int... k>
+void runChain(std::integer_sequence<int, k...>, const Coefficients& c, Lanes* memory,
+              const double* in, double* out) noexcept {
+  Lanes s[] = {memory[k]...};
+  const auto step = [&](int section, Lanes x) __attribute__((always_inline)) {
+    const Lanes factor = bothLanes(c[section]);
+    const Lanes y = factor * x + s[section];
+    s[section] = factor * y - x;
+    return y;
+  };
+  for (int i = 0; i < kVectorLength; i += 2) {
+    Lanes x = loadLanes(in + i);
+    ((x = step(k, x)), ...);
+    storeLanes(x, out + i);
+  }
+  // What lies below the rounding of 1e-15 vanishes, so that no tail ends in denormals.
+  const Lanes offset = bothLanes(1e-15);
+  ((memory[k] = (s[k] + offset) - offset), ...);
 }
 
-/// What lies below the rounding of 1e-15 vanishes, so that no tail ends in denormals.
-void flush(Lanes* memory) noexcept {
-  const Lanes offset = bothLanes(1e-15);
-  for (int k = 0; k < HilbertPair::kSections; ++k) memory[k] = (memory[k] + offset) - offset;
-}
+constexpr auto kAll = std::make_integer_sequence<int, HilbertPair::kSections>{};
 
 }  // namespace
 
 void HilbertPair::process(const double* in, double* outA, double* outB) noexcept {
-  for (int i = 0; i < kVectorLength; i += 2) {
-    Lanes a = loadLanes(in + i);
-    Lanes b = a;
-    for (int k = 0; k < kSections; ++k) {
-      a = step(kChainA[k], memoryA[k], a);
-      b = step(kChainB[k], memoryB[k], b);
-    }
-    storeLanes(a, outA + i);
-    storeLanes(b, outB + i);
-  }
-  flush(memoryA);
-  flush(memoryB);
+  runChain(kAll, kChainA, memoryA, in, outA);
+  runChain(kAll, kChainB, memoryB, in, outB);
 }
 
 void HilbertPair::clear() noexcept {

@@ -106,7 +106,7 @@ void HilbertShifter::followWithHighpass(double increment) noexcept {
   const BiquadSection section =
       highpassSection({static_cast<double>(std::cos(omega)),
                        kHighpassWidth * static_cast<double>(std::sin(omega))});
-  highpass.design(&section, 1, kHighpassSections);
+  highpass.design(section, kHighpassSections);
 }
 
 void HilbertShifter::advancePhase(double increment) noexcept {

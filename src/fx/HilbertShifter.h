@@ -1,8 +1,8 @@
 #pragma once
 
-#include "fx/BiquadCascade.h"
 #include "fx/DSPShell.h"
 #include "fx/HilbertPair.h"
+#include "fx/SectionChain.h"
 #include "fx/SimpleOSC.h"
 
 namespace orvantesco {
@@ -46,7 +46,7 @@ class HilbertShifter final : public SimpleOSC, public DSPShell {
   // State
   Smoother incrementSmoother;
   Smoother feedbackSmoother;
-  BiquadCascade highpass;
+  SectionChain highpass;
   HilbertPair pair;
   double oneSampleMemory = 0.0;  ///< last sample of the first chain
   alignas(32) double blockA[kVectorLength + 1] = {};

@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "fx/Kernels.h"
+#include "fx/Lanes.h"
 #include "fx/RateValues.h"
 #include "fx/Runaway.h"
 
@@ -38,7 +39,7 @@ double wrapped(double phase) noexcept {
 }  // namespace
 
 MVPitchShifter::MVPitchShifter(bool isRight, bool dual)
-    : DSPShell(isRight), isDual(dual), detune(dual ? 0.5 : 1.0), buffer(kBufferLength, 0.0) {
+    : DSPShell(isRight), isDual(dual), detune(dual ? 0.5 : 1.0), buffer(kBufferLength + 1, 0.0) {
   sizeSmoother.setBlockTime(kSizeBlockMs);
   MVPitchShifter::reset();
 }
@@ -78,6 +79,7 @@ void MVPitchShifter::reset() noexcept {
   antiAlias.clear();
   writeIndex = 0;
   written = 0;
+  zeroFrom = kBufferLength;
   std::fill_n(taps, 2, 0.0);
   // The glide of the size starts from its figure in ms, taken for samples: the first 16 ms after
   // a reset sweep the taps outwards, and a shift begins with a short swoop.
@@ -139,47 +141,54 @@ void MVPitchShifter::followWithLowpass() noexcept {
   const BiquadSection section =
       lowpassSection({static_cast<double>(std::cos(omega)),
                       static_cast<double>(std::sin(omega)) / kAntiAliasWidth});
-  antiAlias.design(&section, 1, kAntiAliasSections);
+  antiAlias.design(section, kAntiAliasSections);
 }
 
-/// The sample in a slot, 0 where it was written before the last reset.
-double MVPitchShifter::sampleOf(int age, int slot) const noexcept {
-  return age <= written ? buffer[static_cast<std::size_t>(slot & kMask)] : 0.0;
+/// Zeroes what reads of this vector may come to and was written before the last reset: the slots
+/// ahead of the pen, and those as far back as the taps lie by now.
+void MVPitchShifter::makeRoom(const float* size) noexcept {
+  if (written == kBufferLength) return;
+  const auto longest = static_cast<double>(*std::max_element(size, size + kVectorLength));
+  const int reach = std::min(static_cast<int>(kCycle * longest) + 2, kReach);
+  const int needed = std::max(kBufferLength + std::min(written - reach, 0), 0);
+  for (; zeroFrom > needed; --zeroFrom) buffer[static_cast<std::size_t>(zeroFrom - 1)] = 0.0;
+  const int ahead = std::min(kVectorLength + 1, kBufferLength - writeIndex);
+  std::fill_n(buffer.begin() + writeIndex, ahead, 0.0);
+  written += kVectorLength;
 }
 
-/// Below one sample of delay the newer neighbour is one that is not yet written; the slot still
-/// holds the sample of 65536 before. The tap is all but faded out there, at most 1/44 of it sounds.
-void MVPitchShifter::readTap(int at, double delay, Reads& reads) const noexcept {
-  const int whole = static_cast<int>(delay);
-  const double fraction = 1.0 - (delay - whole);
-  reads.newer[at] = sampleOf(whole == 0 ? kBufferLength : whole, writeIndex - whole);
-  reads.older[at] = sampleOf(whole + 1, writeIndex - whole - 1);
-  reads.weight[at] = fraction * fraction;
-}
-
-void MVPitchShifter::sweep(const float* size, Reads& reads) noexcept {
-  for (int i = 0; i < kVectorLength; ++i) {
-    buffer[static_cast<std::size_t>(writeIndex & kMask)] = scratchA[i];
-    writeIndex = (writeIndex + 1) & kMask;
-    written = std::min(written + 1, kBufferLength);
-    phase = wrapped(phase + static_cast<double>(rates[i]));
-    const auto samples = static_cast<double>(size[i]);
-    readTap(2 * i, samples * phase, reads);
-    readTap(2 * i + 1, samples * wrapped(phase + 1.0), reads);
-    reads.fade[i] = 1.0 - std::fabs(phase - 1.0);
-  }
-}
-
-void MVPitchShifter::blend(const Reads& reads) noexcept {
+/// Writes the vector and reads both taps. Below one sample of delay the newer neighbour is one that
+/// is not yet written; its slot still holds the sample of 65536 before. The tap is all but faded
+/// out there: at 1 ms 1/44 of that sample sounds, at longer sizes less.
+void MVPitchShifter::sweep(const float* size) noexcept {
+  double* const ring = buffer.data();
+  const double* const in = scratchA;
+  double* const out = output;
+  const int start = writeIndex;
+  double p = phase;
   Lanes memory = loadLanes(taps);
   for (int i = 0; i < kVectorLength; ++i) {
-    const Lanes newer = loadLanes(reads.newer + 2 * i);
-    const Lanes older = loadLanes(reads.older + 2 * i);
-    const Lanes weight = loadLanes(reads.weight + 2 * i);
-    memory = (newer * weight + older) - memory * weight;
-    output[i] = (1.0 - reads.fade[i]) * memory[1] + reads.fade[i] * memory[0];
+    ring[start + i] = in[i];
+    if (start + i == 0) ring[kBufferLength] = in[i];
+    p += static_cast<double>(rates[i]);
+    if (p >= kCycle || p < 0.0) [[unlikely]]
+      p = wrapped(p);
+    const Lanes delay = bothLanes(static_cast<double>(size[i])) * Lanes{p, wrapped(p + 1.0)};
+    const int wholeA = static_cast<int>(delay[0]);
+    const int wholeB = static_cast<int>(delay[1]);
+    // The older neighbour and the newer one.
+    const Lanes a = loadLanes(ring + ((start + i - wholeA) & kMask));
+    const Lanes b = loadLanes(ring + ((start + i - wholeB) & kMask));
+    const Lanes rest = delay - Lanes{static_cast<double>(wholeA), static_cast<double>(wholeB)};
+    const Lanes fraction = bothLanes(1.0) - rest;
+    const Lanes weight = fraction * fraction;
+    memory = (Lanes{a[1], b[1]} * weight + Lanes{a[0], b[0]}) - memory * weight;
+    const double fade = 1.0 - std::fabs(p - 1.0);
+    out[i] = (1.0 - fade) * memory[1] + fade * memory[0];
   }
   storeLanes(memory, taps);
+  phase = p;
+  writeIndex = (start + kVectorLength) & kMask;
 }
 
 void MVPitchShifter::processBlock() noexcept {
@@ -194,9 +203,8 @@ void MVPitchShifter::processBlock() noexcept {
     std::fill_n(output, kVectorLength, 0.0);
     return;
   }
-  Reads reads;
-  sweep(size, reads);
-  blend(reads);
+  makeRoom(size);
+  sweep(size);
 }
 
 }  // namespace orvantesco

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "fx/BiquadCascade.h"
 #include "fx/DSPShell.h"
+#include "fx/SectionChain.h"
 #include "fx/SimpleOSC.h"
 
 namespace orvantesco {
@@ -32,7 +32,7 @@ class MVPitchShifter final : public SimpleOSC, public DSPShell {
 
   void setParam(int index, double value) noexcept override;
   void processBlock() noexcept override;
-  /// O(1): the ring forgets its samples instead of being cleared.
+  /// The ring is cleared later, as reads come near what it held: all at once takes too long.
   void reset() noexcept override;
   void rateChanged() noexcept override;
   void clearMemories() noexcept override;
@@ -41,23 +41,16 @@ class MVPitchShifter final : public SimpleOSC, public DSPShell {
   double sizeSamples() const noexcept { return sizeSmoother.state(); }
 
  private:
-  /// What the two taps read in one vector, first and second tap in turn.
-  struct Reads {
-    alignas(32) double newer[2 * kVectorLength];
-    alignas(32) double older[2 * kVectorLength];
-    alignas(32) double weight[2 * kVectorLength];  ///< of the newer one
-    alignas(32) double fade[kVectorLength];        ///< share of the first tap
-  };
+  /// Samples a tap can lie back, and one more.
+  static constexpr int kReach = 19202;
 
   void setCoarse(double value) noexcept;
   double modulationSemitones() const noexcept;
   void updateRatio() noexcept;
   double targetSamples() const noexcept;
   void followWithLowpass() noexcept;
-  double sampleOf(int age, int slot) const noexcept;
-  void readTap(int at, double delay, Reads& reads) const noexcept;
-  void sweep(const float* size, Reads& reads) noexcept;
-  void blend(const Reads& reads) noexcept;
+  void makeRoom(const float* size) noexcept;
+  void sweep(const float* size) noexcept;
 
   // Settings
   const bool isDual;
@@ -75,10 +68,11 @@ class MVPitchShifter final : public SimpleOSC, public DSPShell {
   // State
   Smoother sizeSmoother;
   Smoother cutoffSmoother;
-  BiquadCascade antiAlias;
-  std::vector<double> buffer;
+  SectionChain antiAlias;
+  std::vector<double> buffer;  ///< behind the ring's last slot its first one once more
   int writeIndex = 0;
-  int written = 0;  ///< samples since the last reset, kBufferLength at most
+  int written = 0;               ///< samples since the last reset, kBufferLength at most
+  int zeroFrom = kBufferLength;  ///< slots from here to the ring's end are 0, while it fills
   double taps[2] = {};
   alignas(32) float rates[kVectorLength] = {};
 };
