@@ -180,19 +180,14 @@ void Orvantesco::applyGlobalWidth() noexcept {
 
 void Orvantesco::writeOutput() noexcept {
   const double gain = globals.wetLevel * globals.outputLevel * fadeGain;
-  const bool limited = limiter != nullptr && globals.limiterMode > 0;
-  double* wetL = buses.wet.left.data();
-  double* wetR = buses.wet.right.data();
-  if (limited) {
-    // The limiter's own look-ahead delays what passes it; the dry signal waits in the FIFO.
-    limiter->process(wetL, wetR, buses.scratch.left.data(), buses.scratch.right.data());
-  } else {
-    vecAddProductConst(wetL, gain, buses.dry.left.data(), kVectorLength);
-    vecAddProductConst(wetR, gain, buses.dry.right.data(), kVectorLength);
+  if (!limiter.isOn()) {
+    vecAddProductConst(buses.wet.left.data(), gain, buses.dry.left.data(), kVectorLength);
+    vecAddProductConst(buses.wet.right.data(), gain, buses.dry.right.data(), kVectorLength);
   }
   dryFifoL.step(buses.dry.left.data(), rings.outRingL.data(), limiterLookahead);
   dryFifoR.step(buses.dry.right.data(), rings.outRingR.data(), limiterLookahead);
-  if (!limited) return;
+  // The limiter's own look-ahead delays what passes it; all else waits in the FIFO.
+  if (!limiter.process(buses.wet, buses.scratch)) return;
   vecAddProductConst(buses.scratch.left.data(), gain, rings.outRingL.data(), kVectorLength);
   vecAddProductConst(buses.scratch.right.data(), gain, rings.outRingR.data(), kVectorLength);
 }

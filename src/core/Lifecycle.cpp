@@ -145,7 +145,7 @@ void Orvantesco::renewEffects() {
   for (auto& effect : masterEffects) {
     if (effect != nullptr) effect->rateChanged();
   }
-  if (limiter != nullptr) limiter->rateChanged();
+  limiter.rateChanged();
 }
 
 void Orvantesco::ResetWithFade() {
@@ -172,7 +172,7 @@ void Orvantesco::ResetDSP() {
   for (auto& effect : masterEffects) {
     if (effect != nullptr) effect->clearState();
   }
-  if (limiter != nullptr) limiter->reset();
+  limiter.reset();
   modulatorUnits.clearSignals();
 }
 

@@ -13,6 +13,7 @@
 #include "core/EffectPosition.h"
 #include "core/Fade.h"
 #include "core/GlobalControls.h"
+#include "core/LimiterStage.h"
 #include "core/ModulatorControls.h"
 #include "core/ModulatorOutputs.h"
 #include "core/ModulatorUnits.h"
@@ -248,7 +249,7 @@ class Orvantesco : public IPlugAAX {
   ModulatorOutputs modulators;
   ModulatorUnits modulatorUnits;
   IppFixBiquad inputFilterL, inputFilterR;
-  std::unique_ptr<DSPShell> limiter;                       ///< null: the wet signal passes
+  LimiterStage limiter;
   std::array<std::unique_ptr<DSPShell>, 7> masterEffects;  ///< menu order; null: the send passes
   double fadeGain = 1.0;
   double lastSeenSampleRate = -1.0;

@@ -44,6 +44,7 @@ void Orvantesco::carryOutGlobalRequests() noexcept {
   const unsigned bits = globalRequests.take();
   if (bits == 0) return;
   if (bits & kStartFade) fade.request();
+  if (bits & kTakeLimiter) limiter.take(globals.limiterMode, globals.limiterBoostDb);
   if (bits & kTakeMainModRate) modulatorUnits.main.setRate(globals.mainModRate);
   if (bits & (kClearMasterReturn | kClearMasterSend)) clear(buses.masterReturn);
   if (bits & kClearMasterSend) clear(buses.masterSend);

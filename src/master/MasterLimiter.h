@@ -32,6 +32,8 @@ class MasterLimiter : public Dynamics {
   /// over 50 ms, the mode changes, and it comes up again. Without, it changes at once.
   void setMode(int newMode, bool fade) noexcept;
   int modeInForce() const noexcept { return mode; }
+  /// The mode that was chosen last, in force or at the end of a fade.
+  int modeAsked() const noexcept { return modeAfterFade; }
 
   /// Gain in front, 0..36 dB.
   void setBoostDb(double db) noexcept;
