@@ -130,15 +130,21 @@ TEST(LimiterStage, FadesFromModeToModeButStartsAtOnce) {
 }
 
 TEST(LimiterStage, BringsNothingOldBackWhenItIsSwitchedOnAgain) {
-  WetRig rig;
-  rig.set(kLimiterOn, MasterLimiter::kFast);
-  rendered(rig, noise(20000, 0.9));
-  rig.set(kLimiterOn, kOff);
-  rig.warmUp(2.0);
-  rig.set(kLimiterOn, MasterLimiter::kFast);
-  StereoBuffer silence(4800);
-  rig.render(silence);
-  EXPECT_LT(largest(silence.left), 1e-9);
+  WetRig used, fresh;
+  used.set(kLimiterOn, MasterLimiter::kSlowI);
+  used.set(kLimiterLevel, 36);
+  rendered(used, noise(40000, 0.9));
+  used.set(kLimiterOn, kOff);
+  used.warmUp(1.0);
+  used.set(kLimiterLevel, 0);
+  fresh.warmUp(1.0);
+  for (WetRig* rig : {&used, &fresh}) rig->set(kLimiterOn, MasterLimiter::kSlowI);
+  StereoBuffer a = noise(4800, 0.004), b = a;
+  used.render(a);
+  fresh.render(b);
+  for (std::size_t i = 0; i < a.size(); ++i) a.left[i] -= b.left[i];
+  EXPECT_LT(largest(a.left), 1e-9);
+  EXPECT_GT(largest(b.left), 1e-3);
 }
 
 TEST(LimiterStage, GivesTheSameBitsHoweverBlocksAreCut) {
