@@ -69,6 +69,18 @@ TEST(RealTime, AllModulatorsAskForNothing) {
   expectRealTime("fourteen modulators", [&] { rig.render(audio, 333); });
 }
 
+TEST(RealTime, TheLimiterAndItsChangesOfModeAskForNothing) {
+  EngineRig rig;
+  rig.warmUp();
+  StereoBuffer audio = noise(9600);
+  expectRealTime("in, through three modes, and out", [&] {
+    for (const int mode : {1, 2, 3, 0, 2}) {
+      rig.set(kLimiterOn, mode);
+      rig.render(audio, 333);
+    }
+  });
+}
+
 TEST(RealTime, AutomationOnTheAudioThreadAsksForNothing) {
   EngineRig rig;
   for (int slot = 0; slot < 4; ++slot) rig.set(kSlotOn + slot, 1);
