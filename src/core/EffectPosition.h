@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -56,6 +57,10 @@ struct EffectPosition {
   std::array<Shared<double>, kEffectParams> depth;  ///< cubed, -1..1
   std::array<Shared<const double*>, kEffectParams> source;
   Requests requests;
+
+  /// Where the noise of the first instance begins; the others count on from here. Written at
+  /// construction alone.
+  std::uint32_t noiseSeed = 1;
 
   /// Gives the audio thread a new set of instances, which are complete: parameters, sources and
   /// bypass are set. Frees what came back. Control threads, one at a time.

@@ -21,6 +21,8 @@ constexpr int kInputFilterOrder = 12;
 constexpr double kGainSmoothingMs = 60.0;
 constexpr double kMixSmoothingMs = 200.0;
 constexpr double kOffsetSeconds = 0.5;
+/// A position at POST holds a pair for each tap.
+constexpr std::uint32_t kInstancesAtMost = 32;
 
 double rateInForce() { return initialisedRate > 0.0 ? initialisedRate.get() : kFreshProcessRate; }
 
@@ -32,6 +34,15 @@ void startSmoother(Smoother& smoother, double ms) {
 
 std::uint32_t seedOfTheClock() {
   return static_cast<std::uint32_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+}
+
+/// Every instance of every position gets a number of its own.
+template <class Positions>
+void seedNoise(Positions& positions, std::uint32_t start) {
+  for (EffectPosition& position : positions) {
+    position.noiseSeed = start;
+    start += kInstancesAtMost;
+  }
 }
 
 PlugInfo plugInfo() {
@@ -68,7 +79,9 @@ Orvantesco::Orvantesco(HostPort& hostPort, const OrvantescoOptions& options)
     : IPlugAAX(plugInfo(), &hostPort) {
   graphics = options.editor;
   const double rate = rateInForce();
-  modulatorUnits.seed(options.seed.value_or(seedOfTheClock()));
+  const std::uint32_t seed = options.seed.value_or(seedOfTheClock());
+  modulatorUnits.seed(seed);
+  seedNoise(positions, seed);
   const bool freshProcess = initialisedRate <= 0.0;
   bank->buildParameterBank();
   for (int slot = 0; slot < kSlots; ++slot) slots[static_cast<std::size_t>(slot)].index = slot;

@@ -6,6 +6,7 @@
 #include "fx/HilbertShifter.h"
 #include "fx/IppBiquad.h"
 #include "fx/LPHP.h"
+#include "fx/Lofi.h"
 #include "fx/MVPitchShifter.h"
 #include "fx/PhaseFilter.h"
 #include "fx/PhaserC.h"
@@ -23,6 +24,7 @@ bool effectExists(int typeId) noexcept {
     case EffectClass::filterPair:
     case EffectClass::variableFilterPair:
     case EffectClass::shaper:
+    case EffectClass::lofi:
     case EffectClass::hilbertShifter:
     case EffectClass::ringMod:
     case EffectClass::pitchShifter:
@@ -34,6 +36,10 @@ bool effectExists(int typeId) noexcept {
     default:
       return false;
   }
+}
+
+void seedEffect(DSPShell& effect, std::uint32_t seed) noexcept {
+  if (auto* lofi = dynamic_cast<Lofi*>(&effect)) lofi->seed(seed);
 }
 
 std::shared_ptr<DSPShell> createEffect(int typeId, bool isRight, DSPShell* partner) {
@@ -49,6 +55,8 @@ std::shared_ptr<DSPShell> createEffect(int typeId, bool isRight, DSPShell* partn
       return std::make_shared<VARILPHP>(isRight);
     case EffectClass::shaper:
       return std::make_shared<Shaper>(isRight, build.argument);
+    case EffectClass::lofi:
+      return std::make_shared<Lofi>(isRight);
     case EffectClass::hilbertShifter:
       return std::make_shared<HilbertShifter>(isRight);
     case EffectClass::ringMod:

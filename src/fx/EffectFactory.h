@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "fx/DSPShell.h"
@@ -13,5 +14,8 @@ bool effectExists(int typeId) noexcept;
 /// `partner` is the left instance where a right one shares its state, else null. Allocates: not
 /// for the audio thread. May throw std::bad_alloc.
 std::shared_ptr<DSPShell> createEffect(int typeId, bool isRight, DSPShell* partner);
+
+/// Sets where the noise of an effect that makes some begins; before the audio thread sees it.
+void seedEffect(DSPShell& effect, std::uint32_t seed) noexcept;
 
 }  // namespace orvantesco

@@ -18,6 +18,8 @@ constexpr double kLeastWet = 0.1;
 constexpr double kWhollyWet = 0.99;
 constexpr float kPeakResonance = 0.4F;
 constexpr double kNoiseLevel = 0.5;
+/// A smoothed knob comes to rest this close to 0, where the eighth root would still be a tenth.
+constexpr double kNothing = 1e-9;
 /// Full turns of the even curves at full scale, in units of pi.
 constexpr double kAsymmetric1 = 1.5;
 constexpr double kAsymmetric2 = 9.5;
@@ -97,7 +99,9 @@ void Shaper::rateChanged() noexcept {
 }
 
 void Shaper::clearMemories() noexcept {
+  const double share = wet;  // an accident of the signal turns no knob
   DSPShell::clearMemories();
+  wet = share;
   filter.clearMemories();
   offsetRemover.clearMemories();
   dropCurveState();
@@ -238,7 +242,7 @@ void Shaper::deriveControls() noexcept {
       return controls.deriveNoise();
     case kShaperLofi:
     case kShaperLofiFeedback:
-      holdRate = holdRateOf(controls.firstAmount());
+      holdRate = controls.firstAmount() < kNothing ? 1.0 : holdRateOf(controls.firstAmount());
       return controls.deriveLofi();
     default:
       return;

@@ -79,6 +79,8 @@ class TypeChange {
       instances->list.push_back(std::move(left));
       instances->list.push_back(std::move(right));
     }
+    std::uint32_t seed = position.noiseSeed;
+    for (const auto& instance : instances->list) seedEffect(*instance, seed++);
     return instances;
   }
 

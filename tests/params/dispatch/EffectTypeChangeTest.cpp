@@ -1,5 +1,7 @@
 // Who may change the effect of a position, and what a change brings with it.
 
+#include <set>
+
 #include "fx/EffectCatalogue.h"
 #include "fx/EffectFactory.h"
 #include "params/Labels.h"
@@ -88,6 +90,22 @@ TEST_F(EffectTypeChangeTest, APairBeforeAndWithinTheDelayAndSixteenBehindIt) {
   chooseEffect(8, 0);
   EXPECT_TRUE(running(8)->list.empty());
   EXPECT_EQ(running(8)->typeId, 0);
+}
+
+TEST_F(EffectTypeChangeTest, EveryInstanceHasNoiseOfItsOwn) {
+  std::set<std::pair<double, double>> heard;
+  for (int position : {8, 9}) {
+    set(kFxOnPre + position, 1);
+    chooseEffect(position, menuEntryOf(22));
+    set(fxParamIndex(1, FxParamKind::value, position), 100.0);
+    for (const auto& instance : running(position)->list) {
+      double vector[kVectorLength];
+      std::fill_n(vector, kVectorLength, 0.5);
+      instance->process(vector, nullptr);
+      heard.insert({vector[0], vector[1]});
+    }
+  }
+  EXPECT_EQ(heard.size(), 64u);
 }
 
 TEST_F(EffectTypeChangeTest, NewInstancesAreCompleteBeforeTheyAreSeen) {
