@@ -18,7 +18,7 @@ namespace orvantesco {
 ///
 /// The limits, for what the limiter hears: behind a hard limit 1 / 1.09 of full scale. Behind the
 /// soft one 1 / p of full scale for steps, with p the part of a peak that the follower has risen
-/// to after the look-ahead (0.5 ms up, 3 ms down): 0.72 for a single sample, 0.87 for a step.
+/// to after the look-ahead (0.5 ms up, 3 ms down): 0.70 for a single sample, 0.87 for a step.
 ///
 /// Each stage divides by a follower of the signal that stands at 1 at least, so below the limit
 /// the signal passes; kSlowI and kSlowII add 1.4 and 1.05 to make up for what levelling takes.

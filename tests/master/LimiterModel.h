@@ -31,6 +31,7 @@ class LimiterModel {
     setBoostDb(boostDb);
     for (size_t i = 1; i < 5; ++i) followers[i] = {1.0, 1.0};
     delay = static_cast<size_t>(std::floor(sampleRate / 1000.0));
+    meanRate = 1.0 - coefficient(0.5);
     fadeStep = 32.0 / (sampleRate * 0.05);
   }
 
@@ -97,29 +98,29 @@ class LimiterModel {
     rights.push_back(right);
     sums.push_back(sum);
     double t = std::max(1.0, std::fabs(sum));
-    double gain = 1.0 / followers[3].tick(t, coefficient(0.0005), 0.0, coefficient(0.003));
+    double gain = 1.0 / followers[3].tick(t, halfMs, 0.0, ms3);
     if (mode > 1) {
       t = std::max(1.0, std::fabs(gain * back(sums)));
-      gain /= followers[4].tick(t, 0.0, 0.0, coefficient(0.003));
+      gain /= followers[4].tick(t, 0.0, 0.0, ms3);
     }
     out.left[i] = gain * back(lefts);
     out.right[i] = gain * back(rights);
   }
 
   void level(double& left, double& right, double& sum) {
-    double t = followers[0].tick(sum, 0.0, coefficient(1.0), coefficient(0.01));
-    meanSquare += (sum * sum - meanSquare) * (1.0 - std::exp(-1.0 / (sampleRate * 0.5)));
+    double t = followers[0].tick(sum, 0.0, s1, ms10);
+    meanSquare += (sum * sum - meanSquare) * meanRate;
     if (mode == 1) t *= 0.708;
     t = std::max(0.25, t - std::sqrt(meanSquare) + 1.0);
     const double slowEnvelope = 1.0 / t;
     const double shape = mode == 1 ? 5.0 : 1.5;
     t = std::max(1.0, std::fabs(slowEnvelope * shape * sum));
-    t = followers[1].tick(t, coefficient(0.1), coefficient(1.0), coefficient(0.01));
+    t = followers[1].tick(t, ms100, s1, ms10);
     double gain = 1.0 / t;
     gain *= shape * 0.1 + 0.9;
     sum *= gain;
     t = std::max(1.0, std::fabs(slowEnvelope * sum));
-    t = followers[2].tick(t, coefficient(0.02), coefficient(0.1), coefficient(0.01));
+    t = followers[2].tick(t, ms20, ms100, ms10);
     for (int twice = 0; twice < 2; ++twice) {
       sum *= 1.0 / t;
       gain *= 1.0 / t;
@@ -132,6 +133,9 @@ class LimiterModel {
     return line.size() > delay ? line[line.size() - 1 - delay] : 0.0;
   }
 
+  const double halfMs = coefficient(0.0005), ms3 = coefficient(0.003), ms10 = coefficient(0.01);
+  const double ms20 = coefficient(0.02), ms100 = coefficient(0.1), s1 = coefficient(1.0);
+  double meanRate = 0.0;
   int mode, next;
   double boost = 1.0;
   std::array<PlainFollower, 5> followers{};
