@@ -56,6 +56,15 @@ TEST(MasterLimiter, IsItsModelInEveryModeAtEveryRateAndBoost) {
   }
 }
 
+TEST(MasterLimiter, HearsTheLeftChannelWherePeaksAreEqual) {
+  Stereo in{Signal(3200, 0.5), Signal(3200, 0.0)};
+  for (size_t i = 0; i < in.right.size(); i += kVectorLength) in.right[i] = -0.5;
+  for (int mode : {MasterLimiter::kSlowII, MasterLimiter::kFast}) {
+    const Stereo expected = LimiterModel(mode, 20.0).run(in);
+    EXPECT_LT(largestDifference(limited(mode, 20.0, in), expected), 1e-12) << mode;
+  }
+}
+
 TEST(MasterLimiter, FastPassesWhatLiesBelowFullScaleAMillisecondLate) {
   for (double rate : kRates) {
     ScopedRate scope(rate);
