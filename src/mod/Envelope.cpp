@@ -50,7 +50,7 @@ void Envelope::rateChanged() noexcept {
   highCut.rateChanged();
   outputSmoother.rateChanged();
   deriveHoldStep();
-  follower = 0.0;
+  clearLevels();
 }
 
 void Envelope::clearMemories() noexcept {
@@ -58,9 +58,14 @@ void Envelope::clearMemories() noexcept {
   lowCut.clearMemories();
   highCut.clearMemories();
   outputSmoother.snap(0.0);
+  clearLevels();
+}
+
+void Envelope::clearLevels() noexcept {
   follower = 0.0;
   state = State::Idle;
   gatePhase = 0.0;
+  scalarOutput = 0.0;
 }
 
 void Envelope::run(const double* source, double* vector) noexcept {

@@ -46,6 +46,7 @@ class Envelope : public Dynamics {
   enum class State { Attack, Hold, Decay, Idle };
 
   void deriveHoldStep() noexcept;
+  void clearLevels() noexcept;
   double followLevel() noexcept;
   double runGate() noexcept;
 

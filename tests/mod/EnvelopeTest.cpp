@@ -268,28 +268,141 @@ TEST(Envelope, getsOverInputThatIsNoNumber) {
   EXPECT_NEAR(envelope.detectedLevel(), 0.5, 0.05);
 }
 
+/// Something to remember: noise, and a shape that is under way.
+void hear(Envelope& envelope, int vectors) {
+  Dice dice(8);
+  Vector32 out{};
+  for (int i = 0; i < vectors; ++i) {
+    const Vector32 in = dice.vector();
+    envelope.run(in.data(), out.data());
+  }
+}
+
+/// Both give the same bits from here on, whatever they hear.
+void expectAlike(Envelope& a, Envelope& b, const char* what) {
+  Dice dice(2);
+  Vector32 outA{};
+  Vector32 outB{};
+  for (int i = 0; i < 2000; ++i) {
+    const double loudness = i % 500 < 100 ? 0.0 : 1.0;
+    const Vector32 in = dice.vector(-loudness, loudness);
+    a.run(in.data(), outA.data());
+    b.run(in.data(), outB.data());
+    ASSERT_EQ(outA, outB) << what << " at " << i;
+    ASSERT_EQ(a.value(), b.value()) << what << " at " << i;
+  }
+}
+
+Settings lively(bool follower) {
+  Settings settings;
+  settings.follower = follower;
+  settings.holdMs = 30.0;
+  settings.locut = 0.3;
+  settings.hicut = 0.7;
+  return settings;
+}
+
 TEST(Envelope, followsAChangeOfRate) {
   for (bool follower : {true, false}) {
-    Settings settings;
-    settings.follower = follower;
-    settings.holdMs = 30.0;
-    Envelope moved;
-    settings.giveTo(moved);
-    ScopedRate scope(96000.0);
-    moved.rateChanged();
-    moved.reset();
-    Envelope fresh;
-    settings.giveTo(fresh);
-    Dice dice(2);
-    Vector32 a{};
-    Vector32 b{};
-    for (int i = 0; i < 2000; ++i) {
-      const Vector32 in = dice.vector();
-      moved.run(in.data(), a.data());
-      fresh.run(in.data(), b.data());
-      ASSERT_EQ(a, b) << follower << " at " << i;
+    // In the attack, in the hold and in the decay of the gate's shape.
+    for (int vectors : {0, 15, 60, 500}) {
+      Envelope moved;
+      lively(follower).giveTo(moved);
+      hear(moved, vectors);
+      ScopedRate scope(96000.0);
+      moved.rateChanged();
+      moved.reset();
+      EXPECT_EQ(moved.value(), 0.0);
+      EXPECT_EQ(moved.detectedLevel(), 0.0);
+      Envelope fresh;
+      lively(follower).giveTo(fresh);
+      expectAlike(moved, fresh, follower ? "follower" : "gate");
     }
   }
+}
+
+TEST(Envelope, keepsNothingOfWhatItHasHeardWhereItsMemoriesAreCleared) {
+  for (bool follower : {true, false}) {
+    for (int vectors : {15, 60, 500}) {
+      Envelope cleared;
+      lively(follower).giveTo(cleared);
+      hear(cleared, vectors);
+      cleared.clearMemories();
+      Envelope fresh;
+      lively(follower).giveTo(fresh);
+      // The filters' knobs glide from 0 in both.
+      fresh.clearMemories();
+      expectAlike(cleared, fresh, follower ? "follower" : "gate");
+    }
+  }
+}
+
+TEST(Envelope, aResetDropsTheBandAndItsMeanSquare) {
+  Envelope envelope;
+  lively(true).giveTo(envelope);
+  hear(envelope, 300);
+  envelope.reset();
+  const Vector32 silence{};
+  Vector32 out{};
+  envelope.run(silence.data(), out.data());
+  for (int i = 0; i < kVectorLength; ++i) EXPECT_EQ(envelope.filteredInput()[i], 0.0);
+  EXPECT_NEAR(envelope.detectedLevel(), 0.0, 1e-12);
+}
+
+TEST(Envelope, isNewWithTheTimesOfItsKnobsAt10And100) {
+  Envelope fresh;
+  Envelope set;
+  fresh.setLinear(true);
+  set.setLinear(true);
+  set.setAttack(11.0);
+  set.setAttack(10.0);
+  set.setRelease(101.0);
+  set.setRelease(100.0);
+  expectAlike(fresh, set, "times");
+}
+
+TEST(Envelope, timesThatAreNoNumbersAreIgnored) {
+  Envelope plain;
+  Envelope asked;
+  lively(false).giveTo(plain);
+  lively(false).giveTo(asked);
+  for (double ms : {std::numeric_limits<double>::quiet_NaN(), HUGE_VAL}) {
+    asked.setAttack(ms);
+    asked.setRelease(ms);
+    asked.setHold(ms);
+  }
+  expectAlike(plain, asked, "times");
+}
+
+TEST(Envelope, readsAnotherVectorThanItWrites) {
+  Envelope a;
+  Envelope b;
+  lively(true).giveTo(a);
+  lively(true).giveTo(b);
+  Vector32 in = steady(0.5);
+  Vector32 outA{};
+  Vector32 outB{};
+  for (int i = 0; i < 100; ++i) {
+    a.run(in.data(), outA.data());
+    b.process(in.data(), outB.data());
+    ASSERT_EQ(outA, outB);
+  }
+  EXPECT_EQ(in, steady(0.5));
+}
+
+TEST(Envelope, aLevelAtTheThresholdOpensTheGate) {
+  const Vector32 tone = steady(0.4);
+  Vector32 out{};
+  Settings settings;
+  Envelope probe;
+  settings.giveTo(probe);
+  probe.run(tone.data(), out.data());
+  settings.follower = false;
+  settings.threshold = probe.detectedLevel();
+  Envelope gate;
+  settings.giveTo(gate);
+  gate.run(tone.data(), out.data());
+  EXPECT_GT(gate.value(), 0.0);
 }
 
 }  // namespace
