@@ -5,6 +5,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "fx/Kernels.h"
+#include "fx/Lanes.h"
 #include "fx/RateValues.h"
 
 namespace orvantesco {
@@ -18,6 +20,19 @@ double coefficientOf(double timeMs) noexcept {
   const double timeSamples = timeMs * 0.001 * sampleRate;
   if (!(timeSamples > 0.0)) return 0.0;
   return std::clamp(std::exp(-2.0 * std::numbers::pi / timeSamples), 0.0, 1.0);
+}
+
+/// Two pairs of neighbours, sorted into firsts and seconds.
+struct Pairs {
+  Lanes even;
+  Lanes odd;
+};
+
+Pairs pairsOf(Lanes a, Lanes b) noexcept { return {Lanes{a[0], b[0]}, Lanes{a[1], b[1]}}; }
+
+void storePairs(const Pairs& pairs, double* a, double* b) noexcept {
+  storeLanes(Lanes{pairs.even[0], pairs.odd[0]}, a);
+  storeLanes(Lanes{pairs.even[1], pairs.odd[1]}, b);
 }
 
 int lengthWithin(int n) noexcept {
@@ -82,29 +97,33 @@ const double* Smoother::ramp(double x, int n) noexcept {
 }
 
 // Four samples at a time: what they add is computed from zero, then the old state's share is put
-// on top. The offset of each tick adds up to a constant, which is kept out of the recursion.
+// on top. Two such fours stand side by side in lanes. The offset of each tick adds up to a
+// constant, which is kept out of the recursion.
 void Smoother::tickVector(double* srcDst) noexcept {
-  if (gain <= 0.0 || !isSaneVector(srcDst)) {
+  if (gain <= 0.0 || !vecStaysWithin(srcDst, kVectorLength, kRunawayLimit)) {
     for (int i = 0; i < kVectorLength; ++i) srcDst[i] = tick(srcDst[i]);
     return;
   }
   const double settledOffset = kOffset / gain;
   const double shown = settledOffset - kOffset;
-  const double a = coefficient;
-  const double a2 = powers[1];
-  const double a3 = powers[2];
   const double a4 = powers[3];
+  const Lanes drive = bothLanes(gain);
+  const Lanes power[] = {bothLanes(coefficient), bothLanes(powers[1]), bothLanes(powers[2])};
   double state = y - settledOffset;
-  for (int i = 0; i < kVectorLength; i += 4) {
-    const double d0 = srcDst[i] * gain;
-    const double d1 = srcDst[i + 1] * gain + a * d0;
-    const double d2 = srcDst[i + 2] * gain + a * d1;
-    const double d3 = srcDst[i + 3] * gain + a * d2;
-    srcDst[i] = a * state + d0 + shown;
-    srcDst[i + 1] = a2 * state + d1 + shown;
-    srcDst[i + 2] = a3 * state + d2 + shown;
-    state = a4 * state + d3;
-    srcDst[i + 3] = state + shown;
+  for (int i = 0; i < kVectorLength; i += 8) {
+    double* const at = srcDst + i;
+    const Pairs first = pairsOf(loadLanes(at), loadLanes(at + 4));
+    const Pairs second = pairsOf(loadLanes(at + 2), loadLanes(at + 6));
+    const Lanes d0 = first.even * drive;
+    const Lanes d1 = first.odd * drive + power[0] * d0;
+    const Lanes d2 = second.even * drive + power[0] * d1;
+    const Lanes d3 = second.odd * drive + power[0] * d2;
+    const double middle = a4 * state + d3[0];
+    const Lanes before{state, middle};
+    state = a4 * middle + d3[1];
+    const Lanes behind{middle, state};
+    storePairs({power[0] * before + d0 + shown, power[1] * before + d1 + shown}, at, at + 4);
+    storePairs({power[2] * before + d2 + shown, behind + shown}, at + 2, at + 6);
   }
   y = state + settledOffset;
 }
