@@ -21,7 +21,16 @@ Vector scaled(const LogicUnit::Operand& operand) noexcept {
   return vector;
 }
 
-double signOf(double x) noexcept { return static_cast<double>((x > 0.0) - (x < 0.0)); }
+/// The sign of a, 0 for 0, times what is picked of the magnitudes.
+template <class Pick>
+void pickMagnitude(Vector& a, Vector& b, Pick pick) noexcept {
+  Vector magnitude;
+  vecAbs(a.data(), magnitude.data(), kVectorLength);
+  vecAbsInPlace(b.data(), kVectorLength);
+  pick(magnitude.data(), b.data(), kVectorLength);
+  vecThresholdBothInPlace(a.data(), kVectorLength, 0.0, -1.0, 0.0, 1.0);
+  vecMulInPlace(b.data(), a.data(), kVectorLength);
+}
 
 template <class Operation>
 void forEach(Vector& a, const Vector& b, Operation operation) noexcept {
@@ -47,12 +56,10 @@ void LogicUnit::combine(Vector& a, Vector& b) const noexcept {
       if (operands[1].source != nullptr) vecMulInPlace(b.data(), a.data(), kVectorLength);
       break;
     case Type::AbsMin:
-      forEach(a, b,
-              [](double x, double y) { return signOf(x) * std::min(std::fabs(x), std::fabs(y)); });
+      pickMagnitude(a, b, vecMinEveryInPlace);
       break;
     case Type::AbsMax:
-      forEach(a, b,
-              [](double x, double y) { return signOf(x) * std::max(std::fabs(x), std::fabs(y)); });
+      pickMagnitude(a, b, vecMaxEveryInPlace);
       break;
     case Type::Min:
       vecMinEveryInPlace(b.data(), a.data(), kVectorLength);
@@ -92,11 +99,13 @@ void LogicUnit::process(double* out) noexcept {
     smoother.snap(a.back());
   }
   applyDepth(a);
+  if (vecStaysWithin(a.data(), kVectorLength, 1.0)) {
+    vecCopy(a.data(), out, kVectorLength);
+    return;
+  }
   // In this order of arguments a value that is no number comes out as 1: a unit that reads itself
   // must get over it.
-  for (int i = 0; i < kVectorLength; ++i) {
-    out[i] = std::max(-1.0, std::min(1.0, a[static_cast<std::size_t>(i)]));
-  }
+  for (double value : a) *out++ = std::max(-1.0, std::min(1.0, value));
 }
 
 }  // namespace orvantesco

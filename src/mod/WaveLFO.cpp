@@ -1,9 +1,13 @@
 #include "mod/WaveLFO.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 
 #include "fx/Kernels.h"
+#include "fx/Lanes.h"
 #include "fx/RateValues.h"
 
 namespace orvantesco {
@@ -23,6 +27,65 @@ constexpr double kGlideFactor = 1.5;
 double limitIncrement(double entriesPerSample) noexcept {
   if (!std::isfinite(entriesPerSample)) return kMinIncrement;
   return std::clamp(entriesPerSample, kMinIncrement, kMaxIncrement);
+}
+
+/// Whether two values from 0 up have the same exponent.
+bool inSameBinade(double a, double b) noexcept {
+  const auto exponentOf = [](double x) { return std::bit_cast<std::uint64_t>(x) >> 52; };
+  return exponentOf(a) == exponentOf(b);
+}
+
+/// Where a phase that meets no end is after each of 32 steps of inc.
+///
+/// The phase is the running sum, to the bit. Where all 32 sums have the same exponent, each is a
+/// multiple of the same unit, so that every addition of inc is rounded by the same amount: what
+/// it adds is one constant, and the products of that constant are exact. Then no sum has to wait
+/// for the one before it. The exception is an inc that lies midway between two units: its first
+/// two steps may be rounded to different sides.
+struct Run {
+  double first;
+  double step;
+  double last;
+  bool isEven;
+
+  Run(double start, double inc) noexcept : first(start + inc) {
+    const double second = first + inc;
+    step = second - first;
+    last = first + (kVectorLength - 1) * step;
+    isEven = (second + inc) - second == step && inSameBinade(first, last);
+  }
+};
+
+using Entries = std::array<int, kVectorLength>;
+
+/// What to do with a position to come to the entry of the table that is read.
+struct EntryRule {
+  int shift;
+  int flip;  ///< all bits for a wave that runs backwards
+  int of(double position) const noexcept {
+    return ((static_cast<int>(position) + shift) & kEntryMask) ^ flip;
+  }
+};
+
+constexpr std::array<double, kVectorLength> kCount = [] {
+  std::array<double, kVectorLength> count{};
+  for (std::size_t i = 0; i < count.size(); ++i) count[i] = static_cast<double>(i);
+  return count;
+}();
+
+/// The entries that a phase passes; the phase moves on.
+void passEntries(double inc, EntryRule rule, double& phase, Entries& entries) noexcept {
+  const Run run(phase, inc);
+  if (run.isEven) {
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      entries[i] = rule.of(run.first + kCount[i] * run.step);
+    }
+    phase = run.last;
+    return;
+  }
+  double position = phase;
+  for (int& entry : entries) entry = rule.of(position += inc);
+  phase = position;
 }
 
 }  // namespace
@@ -45,7 +108,10 @@ void WaveLFO::setGlide(double ms) noexcept {
 }
 
 void WaveLFO::setWave(const WaveRecord* record) noexcept {
+  if (table == record->samples) return;
   table = record->samples;
+  // To be asked once for each wave, and not for each vector.
+  tableIsWithin = vecStaysWithin(table, WaveRecord::kLength, 1.0);
   sampleAndHold = record->id == kSampleAndHoldWave;
 }
 
@@ -117,32 +183,35 @@ void WaveLFO::turn(double inc, bool triggered, double* wave) noexcept {
   }
 }
 
-/// The same where the phase meets no end. The sum runs as in `turn`, so that the entries are the
-/// same ones; locals, since the vector might be the LFO's own memory for all the compiler knows.
+/// The same where the phase meets no end.
 void WaveLFO::sweep(double inc, double* wave) noexcept {
-  double position = phase;
-  for (int i = 0; i < kVectorLength; ++i) {
-    position += inc;
-    wave[i] = position;
-  }
-  phase = position;
+  Entries entries;
+  passEntries(inc, {phaseOffset, reverse ? kEntryMask : 0}, phase, entries);
   if (sampleAndHold) {
     vecSet(2.0 * heldValue - 1.0, wave, kVectorLength);
     return;
   }
   const double* const values = table;
-  const int shift = phaseOffset;
-  const int flip = reverse ? kEntryMask : 0;
-  for (int i = 0; i < kVectorLength; ++i) {
-    wave[i] = values[((static_cast<int>(wave[i]) + shift) & kEntryMask) ^ flip];
+  const auto valueAt = [&](int i) { return values[entries[static_cast<std::size_t>(i)]]; };
+  for (int i = 0; i < kVectorLength; i += 4) {
+    storeLanes(Lanes{valueAt(i), valueAt(i + 1)}, wave + i);
+    storeLanes(Lanes{valueAt(i + 2), valueAt(i + 3)}, wave + i + 2);
   }
+}
+
+/// The same where the phase has come to its end and stays.
+void WaveLFO::rest(double* wave) const noexcept {
+  const double value = sampleAndHold ? 2.0 * heldValue - 1.0 : table[entryAt(kLastEntry)];
+  vecSet(value, wave, kVectorLength);
 }
 
 void WaveLFO::process(double* out) noexcept {
   if (table == nullptr) return;
   const double inc = incrementNow();
   const bool triggered = trigger != nullptr && *trigger != 0;
-  if (triggered || phase + (kVectorLength + 1) * inc >= kEntries) {
+  if (!triggered && !loop && phase >= kEntries) {
+    rest(out);
+  } else if (triggered || phase + (kVectorLength + 1) * inc >= kEntries) {
     turn(inc, triggered, out);
   } else {
     sweep(inc, out);
@@ -156,11 +225,12 @@ void WaveLFO::process(double* out) noexcept {
 void WaveLFO::shapeWave(double* wave) noexcept {
   const double sign = sampleAndHold ? 1.0 : swapSign;
   if (!sampleAndHold) lastWave = wave[kVectorLength - 1] * sign;
-  const double gain = scale;
-  const double shift = offset;
-  for (int i = 0; i < kVectorLength; ++i) {
-    wave[i] = std::max(-1.0, std::min(1.0, wave[i] * sign)) * gain + shift;
+  if (!tableIsWithin) {
+    vecClampBelowInPlace(wave, kVectorLength, -1.0);
+    vecClampAboveInPlace(wave, kVectorLength, 1.0);
   }
+  vecMulConstInPlace(sign * scale, wave, kVectorLength);
+  vecAddConstInPlace(offset, wave, kVectorLength);
 }
 
 }  // namespace orvantesco

@@ -34,6 +34,7 @@ class WaveLFO {
   void setRateModSource(const double* source) noexcept { rateModSource = source; }
   /// A flag that restarts the cycle; null for none.
   void setTrigger(const unsigned char* flag) noexcept { trigger = flag; }
+  /// Values beyond -1..1 are limited to it.
   void setWave(const WaveRecord* record) noexcept;
   void setSwap(bool upsideDown) noexcept { swapSign = upsideDown ? -1.0 : 1.0; }
   void setReverse(bool backwards) noexcept { reverse = backwards; }
@@ -55,6 +56,7 @@ class WaveLFO {
   int entryAt(double position) const noexcept;
   void turn(double inc, bool triggered, double* wave) noexcept;
   void sweep(double inc, double* wave) noexcept;
+  void rest(double* wave) const noexcept;
   void shapeWave(double* wave) noexcept;
 
   // Settings.
@@ -70,6 +72,7 @@ class WaveLFO {
   bool sampleAndHold = false;
   int phaseOffset = 0;
   const double* table = nullptr;
+  bool tableIsWithin = true;  ///< all values of the table lie within -1..1
   const unsigned char* trigger = nullptr;
   const double* rateModSource = nullptr;
 

@@ -275,6 +275,49 @@ TEST(ArpGate, followsAChangeOfRate) {
   }
 }
 
+TEST(ArpGate, keepsItsPaceInSecondsAcrossAChangeOfRate) {
+  ArpGate gate;
+  Settings settings;
+  settings.length = 16;
+  settings.giveTo(gate);
+  Vector32 out{};
+  for (int i = 0; i < 10; ++i) gate.process({0.0, 120.0}, out.data());
+  ScopedRate scope(88200.0);
+  gate.rateChanged();
+  int moves = 0;
+  for (int i = 0; i < 88200 * 4 / kVectorLength; ++i) {
+    const int before = gate.currentStep();
+    gate.process({0.0, 120.0}, out.data());
+    moves += gate.currentStep() != before;
+  }
+  EXPECT_NEAR(moves, 8, 1);
+}
+
+TEST(ArpGate, lengthsBeyondItsStepsAreHeldAtTheEnds) {
+  SyncRig none(0, 0);
+  SyncRig many(0, 40);
+  for (int beat = 0; beat < 40; ++beat) {
+    EXPECT_EQ(none.stepAt(beat), 0);
+    EXPECT_EQ(many.stepAt(beat), beat % 16);
+  }
+}
+
+TEST(ArpGate, runsThroughHugeTemposInEveryDirection) {
+  for (int direction = 0; direction < 4; ++direction) {
+    ArpGate gate;
+    Settings settings;
+    settings.direction = direction;
+    settings.length = 16;
+    settings.giveTo(gate);
+    Vector32 out{};
+    for (int i = 0; i < 100; ++i) {
+      gate.process({0.0, 1e300}, out.data());
+      ASSERT_GE(gate.currentStep(), 0);
+      ASSERT_LE(gate.currentStep(), 16);
+    }
+  }
+}
+
 TEST(ArpGate, tellsTheLevelOfAStepWithAndWithoutDepth) {
   ArpGate gate;
   gate.setLevel(3, 0.8);

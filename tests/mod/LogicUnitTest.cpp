@@ -180,6 +180,52 @@ TEST(LogicUnit, getsOverAValueThatIsNoNumber) {
   for (double value : out) EXPECT_LE(std::fabs(value), 1.0);
 }
 
+TEST(LogicUnit, getsOverAValueThatIsNoNumberInEveryTypeAndBesideItself) {
+  Vector32 bad;
+  bad.fill(std::numeric_limits<double>::quiet_NaN());
+  bad[3] = std::numeric_limits<double>::infinity();
+  for (int type = 0; type < LogicUnit::kTypes; ++type) {
+    for (double smoothMs : {0.0, 10.0}) {
+      Vector32 good;
+      good.fill(0.5);
+      Case c{{bad.data(), 1.0}, {good.data(), 1.0}, {}, 1.0, smoothMs, type};
+      LogicUnit unit;
+      c.giveTo(unit);
+      Vector32 out{};
+      unit.process(out.data());
+      for (double value : out) ASSERT_LE(std::fabs(value), 1.0) << type;
+      c.first.source = good.data();
+      c.giveTo(unit);
+      for (int i = 0; i < 2000; ++i) unit.process(out.data());
+      EXPECT_LT(
+          largestDifference(out, Case{{good.data(), 1.0}, c.second, {}, 1.0, 0.0, type}.run()),
+          1e-9)
+          << type;
+    }
+  }
+}
+
+TEST(LogicUnit, followsAChangeOfRate) {
+  Dice dice(12);
+  const Vector32 a = dice.vector();
+  const Vector32 b = dice.vector();
+  const Case c{{a.data(), 1.0}, {b.data(), 1.0}, {}, 1.0, 40.0, 0};
+  LogicUnit moved;
+  c.giveTo(moved);
+  Vector32 out{};
+  for (int i = 0; i < 100; ++i) moved.process(out.data());
+  ScopedRate scope(96000.0);
+  moved.rateChanged();
+  LogicUnit fresh;
+  c.giveTo(fresh);
+  Vector32 expected{};
+  for (int i = 0; i < 100; ++i) {
+    moved.process(out.data());
+    fresh.process(expected.data());
+    ASSERT_EQ(out, expected);
+  }
+}
+
 TEST(LogicUnit, smoothingGoesOnFromWhereTheWireWas) {
   Vector32 ones;
   ones.fill(1.0);

@@ -4,6 +4,7 @@
 
 #include <limits>
 #include <set>
+#include <vector>
 
 #include "mod/ModTestSupport.h"
 #include "mod/WaveTable.h"
@@ -46,7 +47,7 @@ struct Settings {
 /// The same LFO, sample by sample.
 struct PlainLfo {
   double rate;
-  double phase = 0.0, held = 0.0;
+  double phase = 0.0, held = 0.0, raw = 0.0;
   PlainGlide glide;
   RandomDraw random{5};
 
@@ -95,7 +96,8 @@ struct PlainLfo {
         const double q = phase < 4095.0 ? phase : 4095.0;
         const int index = (static_cast<int>(q) + shift) & 4095;
         const double w = record.samples[s.reverse ? 4096 - index - 1 : index];
-        y = std::fmin(std::fmax(s.swap ? -w : w, -1.0), 1.0);
+        raw = s.swap ? -w : w;
+        y = std::fmin(std::fmax(raw, -1.0), 1.0);
       }
       sample = glide.tickOffset(y * scale + offset) * s.depth;
     }
@@ -167,6 +169,8 @@ TEST(WaveLFO, isItsModelThroughAllModesAndSettings) {
       lfo.process(out.data());
       worst =
           std::fmax(worst, largestDifference(out, model.run(settings, trigger != 0, modulation)));
+      ASSERT_EQ(lfo.value(), out[0]);
+      ASSERT_EQ(lfo.rawValue(), model.raw);
     }
     EXPECT_LT(worst, 1e-12) << rate;
   }
@@ -282,6 +286,98 @@ TEST(WaveLFO, itsOwnVectorMayMoveItsRate) {
     moved = moved || vector[0] > 0.5;
   }
   EXPECT_TRUE(moved);
+}
+
+/// Rates whose increment is rounded now up, now down at the upper end of the table: those midway
+/// between two of the units that a phase of 2048 and more is counted in.
+std::vector<double> ratesBetweenUnits(double sampleRateHz) {
+  std::vector<double> rates;
+  const double unit = std::ldexp(1.0, -41);
+  for (int i = 0; i < 200000; ++i) {
+    const double hz = 12.0 + i * 1e-5;
+    if (std::fmod(4096.0 * hz / sampleRateHz, unit) == unit / 2.0) rates.push_back(hz);
+  }
+  return rates;
+}
+
+TEST(WaveLFO, readsTheEntriesOfARunningSumWhateverItsRounding) {
+  const std::vector<double> midway = ratesBetweenUnits(44100.0);
+  ASSERT_GT(midway.size(), 10u);
+  std::vector<double> rates{44.1, 441.0, 1e-9, 44100.0 / 4096.0, 44100.0 / 4096.0 / 3.0};
+  rates.insert(rates.end(), midway.begin(), midway.begin() + 10);
+  for (double hz : rates) {
+    LfoRig rig;
+    rig.settings.wave = kRampWave;
+    rig.settings.hz = hz;
+    PlainLfo model(44100.0);
+    for (int i = 0; i < 3000; ++i) {
+      const Vector32 expected = model.run(rig.settings, false, nullptr);
+      ASSERT_LT(largestDifference(rig.next(), expected), 1e-12) << hz << " at " << i;
+    }
+  }
+}
+
+TEST(WaveLFO, limitsAWaveOfOthersToItsRange) {
+  static WaveRecord loud = *waveList[kRampWave];
+  for (double& sample : loud.samples) sample *= 3.0;
+  for (bool triggered : {false, true}) {
+    LfoRig rig;
+    rig.settings.hz = 100.0;
+    rig.next();
+    rig.lfo.setWave(&loud);
+    unsigned char flag = triggered ? 1 : 0;
+    rig.lfo.setTrigger(&flag);
+    double lowest = 0.0;
+    double highest = 0.0;
+    for (int i = 0; i < 400; ++i) {
+      Vector32 out{};
+      rig.lfo.process(out.data());
+      lowest = std::fmin(lowest, *std::min_element(out.begin(), out.end()));
+      highest = std::fmax(highest, *std::max_element(out.begin(), out.end()));
+      flag = 0;
+    }
+    EXPECT_EQ(lowest, -1.0);
+    EXPECT_EQ(highest, 1.0);
+  }
+}
+
+TEST(WaveLFO, isNewWithAPositiveOutput) {
+  WaveLFO lfo;
+  lfo.setWave(waveList[kRampWave]);
+  lfo.setRate(100.0);
+  double lowest = 1.0;
+  for (int i = 0; i < 100; ++i) {
+    Vector32 out{};
+    lfo.process(out.data());
+    lowest = std::fmin(lowest, *std::min_element(out.begin(), out.end()));
+  }
+  EXPECT_GE(lowest, 0.0);
+}
+
+TEST(WaveLFO, aPhaseBeyondTheCycleIsHeldAtItsEnds) {
+  LfoRig rig;
+  rig.settings.hz = 0.0;
+  rig.settings.wave = kRampWave;
+  rig.settings.phase = 1.5;
+  EXPECT_EQ(rig.next()[0], 1.0);
+  rig.settings.phase = -0.5;
+  EXPECT_EQ(rig.next()[0], -1.0);
+}
+
+TEST(WaveLFO, aSourceThatIsNoNumberStopsTheRateButNotTheLfo) {
+  LfoRig rig;
+  rig.settings.wave = kRampWave;
+  rig.settings.hz = 5.0;
+  rig.settings.modDepth = 1.0;
+  rig.next();
+  Vector32 source;
+  source.fill(std::numeric_limits<double>::quiet_NaN());
+  rig.lfo.setRateModSource(source.data());
+  const double before = rig.next()[31];
+  EXPECT_EQ(rig.next()[31], before);
+  source.fill(0.0);
+  rig.next();
+  EXPECT_GT(rig.next()[31], before);
 }
 
 TEST(WaveLFO, ratesThatAreNoNumbersAreIgnored) {
