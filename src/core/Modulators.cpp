@@ -47,7 +47,8 @@ const unsigned char* clockOf(const TriggerFlags& triggers, int timebase) noexcep
   return &triggers.gateStartPulse[at(std::min(flag - 6, 3))];
 }
 
-void takeWords(const GateControls& controls, const TriggerFlags& triggers, ArpGate& gate) noexcept {
+[[gnu::noinline]] void takeWords(const GateControls& controls, const TriggerFlags& triggers,
+                                 ArpGate& gate) noexcept {
   const int timebase = std::max(0, controls.timebase.get());
   gate.setStepCount(controls.length);
   gate.setDirection(static_cast<ArpGate::Direction>(controls.direction.get()));
@@ -95,6 +96,36 @@ void takeWords(const LogicControls& controls, LogicUnit& unit) noexcept {
   unit.setSmooth(controls.smoothMs);
   unit.setDepth(controls.depth);
   unit.setDepthModulation({controls.depthSource, controls.depthMod});
+}
+
+struct GatePulses {
+  bool level, start;
+};
+
+// The work of those that are on stands apart and is not drawn in, so that one that is off costs no
+// more than the look at its switch.
+
+[[gnu::noinline]] GatePulses runGate(const ArpGate::Clock& clock, GateUnit& unit,
+                                     double* vector) noexcept {
+  ArpGate& gate = unit.block;
+  const int before = gate.currentStep();
+  gate.process(clock, vector);
+  const GatePulses pulses{unit.previous < 1.0 && gate.stepValue(-1, false) >= 1.0,
+                          before != 0 && gate.currentStep() == 0};
+  unit.previous = std::clamp(vector[0], -1.0, 1.0);
+  return pulses;
+}
+
+[[gnu::noinline]] void runLfo(const LfoControls& controls, double tempo, LfoUnit& unit,
+                              double* vector) noexcept {
+  takeWords(controls, tempo, unit);
+  unit.block.process(vector);
+}
+
+[[gnu::noinline]] void runLogic(const LogicControls& controls, LogicUnit& unit,
+                                double* vector) noexcept {
+  takeWords(controls, unit);
+  unit.process(vector);
 }
 
 }  // namespace
@@ -173,15 +204,11 @@ void Orvantesco::updateGate(int number) noexcept {
     return;
   }
   GateUnit& unit = modulatorUnits.gate[at(number)];
-  ArpGate& gate = unit.block;
-  takeWords(controls, triggers, gate);
-  const int before = gate.currentStep();
-  double* vector = modulators.gate[at(number)].data();
-  gate.process({tempoTracker.position(), tempoTracker.tempo()}, vector);
-  const double level = gate.stepValue(-1, false);
-  triggers.gateLevelPulse[at(number)] = unit.previous < 1.0 && level >= 1.0;
-  triggers.gateStartPulse[at(number)] = before != 0 && gate.currentStep() == 0;
-  unit.previous = std::clamp(vector[0], -1.0, 1.0);
+  takeWords(controls, triggers, unit.block);
+  const GatePulses pulses = runGate({tempoTracker.position(), tempoTracker.tempo()}, unit,
+                                    modulators.gate[at(number)].data());
+  triggers.gateLevelPulse[at(number)] = pulses.level;
+  triggers.gateStartPulse[at(number)] = pulses.start;
 }
 
 void Orvantesco::updateLfo(int number) noexcept {
@@ -194,17 +221,14 @@ void Orvantesco::updateLfo(int number) noexcept {
     return;
   }
   unit.running = true;
-  takeWords(controls, tempoTracker.tempo(), unit);
-  unit.block.process(vector.data());
+  runLfo(controls, tempoTracker.tempo(), unit, vector.data());
 }
 
 // A logic unit that is off keeps its last vector.
 void Orvantesco::updateLogic(int number) noexcept {
   const LogicControls& controls = modulatorControls.logic[at(number)];
   if (!controls.on) return;
-  LogicUnit& unit = modulatorUnits.logic[at(number)];
-  takeWords(controls, unit);
-  unit.process(modulators.logic[at(number)].data());
+  runLogic(controls, modulatorUnits.logic[at(number)], modulators.logic[at(number)].data());
 }
 
 }  // namespace orvantesco

@@ -3,56 +3,12 @@
 #include <limits>
 #include <numbers>
 
-#include "../support/EngineRig.h"
-#include "../support/OrvantescoProbe.h"
-#include "params/ParamIndex.h"
+#include "support/ModulatorRig.h"
 
 namespace orvantesco {
 namespace {
 
 constexpr double kRate = 48000.0;
-constexpr int kBipolar = 2;
-constexpr int kRampWave = 11;
-
-enum Source { kSourceOff, kLfo1 = 1, kLfo2, kGate1 = 5, kEnv1 = 9, kLogic1 = 11, kLogic2 };
-
-/// An engine whose modulators are watched vector by vector.
-struct ModulatorRig : EngineRig {
-  OrvantescoProbe probe{effect};
-  StereoBuffer vector{kVectorLength};
-
-  explicit ModulatorRig(OrvantescoOptions options = seeded()) : EngineRig(kRate, options) {
-    host.setTempo(120.0);
-  }
-
-  /// One vector of a constant input.
-  ModulatorOutputs step(double left = 0.0, double right = 0.0) {
-    std::fill(vector.left.begin(), vector.left.end(), left);
-    std::fill(vector.right.begin(), vector.right.end(), right);
-    block(vector, 0, kVectorLength);
-    return effect.modulatorOutputs();
-  }
-  void steps(int count) {
-    for (int i = 0; i < count; ++i) step();
-  }
-  /// A bipolar ramp without audible glide at full depth.
-  void ramp(int lfo, double hz) {
-    set(kLfoOn + lfo, 1);
-    set(kLfoWave + lfo, kRampWave);
-    set(kLfoPol + lfo, kBipolar);
-    set(kLfoDepth + lfo, 100);
-    set(kLfoGlide + lfo, 1);
-    set(kLfoRate + lfo, hz);
-  }
-  void add(int logic, int first, int second) {
-    set(kLogicOn + logic, 1);
-    set(kLogicSource1 + logic, first);
-    set(kLogicSource2 + logic, second);
-    set(kLogicSource1Depth + logic, 100);
-    set(kLogicSource2Depth + logic, 100);
-    set(kLogicDepth + logic, 100);
-  }
-};
 
 TEST(Modulators, seeWhatRanBeforeThemAsOfNowAndTheRestAsOfTheLastVector) {
   ModulatorRig rig;
@@ -121,6 +77,47 @@ int latenessOfClock(int clocked, int clock) {
 TEST(Modulators, aGateHearsAnEarlierGateAtOnceAndALaterOneAVectorLater) {
   EXPECT_EQ(latenessOfClock(1, 0), 0);
   EXPECT_EQ(latenessOfClock(0, 1), 1);
+}
+
+/// LFO `lfo` starts anew at the starts of gate `clock`: by how many vectors it is late.
+int latenessOfTrigger(int lfo, int clock) {
+  ModulatorRig rig;
+  rig.ramp(lfo, 1.0);
+  rig.set(kLfoGlide + lfo, 0);
+  rig.set(kLfoTrigger + lfo, 10 + clock);
+  rig.set(kGateOn + clock, 1);
+  rig.set(kGateTimebase + clock, 3);
+  rig.set(kGateLength + clock, 3);
+  int sincePulse = -1;
+  for (int i = 0; i < 2000; ++i) {
+    const double now = rig.step().lfo[static_cast<std::size_t>(lfo)][0];
+    const bool pulse = rig.probe.triggers().gateStartPulse[static_cast<std::size_t>(clock)] != 0;
+    if (pulse) sincePulse = 0;
+    if (sincePulse >= 0 && now == -1.0) return sincePulse;
+    if (sincePulse >= 0) ++sincePulse;
+  }
+  return -1;
+}
+
+TEST(Modulators, anLfoHearsItsOwnGateAtOnceAndALaterOneAVectorLater) {
+  EXPECT_EQ(latenessOfTrigger(0, 0), 0);
+  EXPECT_EQ(latenessOfTrigger(3, 3), 0);
+  EXPECT_EQ(latenessOfTrigger(0, 1), 1);
+  EXPECT_EQ(latenessOfTrigger(2, 1), 0);
+}
+
+TEST(Modulators, anLfoThatTakesSampleAndHoldDrawsOnceAndThenHolds) {
+  ModulatorRig rig;
+  rig.set(kLfoOn, 1);
+  rig.set(kLfoRate, 0.1);
+  rig.set(kLfoGlide, 0);
+  rig.set(kLfoPol, kBipolar);
+  rig.set(kLfoDepth, 100);
+  rig.set(kLfoTrigger, 0);
+  rig.set(kLfoWave, 26);
+  const double first = rig.step().lfo[0][31];
+  EXPECT_NE(first, -1.0) << "the level of a fresh generator is 0, which is no draw";
+  for (int i = 0; i < 50; ++i) EXPECT_EQ(rig.step().lfo[0][31], first);
 }
 
 TEST(Modulators, aGateThatClocksItselfFromItsStartNeverMoves) {
@@ -240,6 +237,8 @@ TEST(Modulators, listeningBringsTheEnvelopesBandToBothOutputs) {
   rig.set(kEnvSource + 1, 1);
   rig.set(kEnvGain + 1, 20);
   rig.warmUp();
+  rig.set(kEnvOn, 1);
+  rig.set(kEnvGain, -20);
   rig.effect.listenToEnvelope(1);
   StereoBuffer tone(4800);
   for (std::size_t i = 0; i < tone.size(); ++i) {

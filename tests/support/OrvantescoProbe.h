@@ -19,6 +19,9 @@ struct OrvantescoProbe {
   ModulatorControls& modulators() const { return effect.modulatorControls; }
   ModulatorOutputs& outputs() const { return effect.modulators; }
   TriggerFlags& triggers() const { return effect.triggers; }
+  const Buses& buses() const { return effect.buses; }
+  const Slot& engineSlot(int number) const { return at(effect.slots, number); }
+  bool tempoIsNew() const { return effect.tempoTracker.tempoChanged(); }
   StateMigration& migration() const { return effect.migration; }
   bool stageIsBusy(int stage) const { return at(effect.fxBusy, stage); }
 
