@@ -149,19 +149,6 @@ void Orvantesco::runSlots() noexcept {
   }
 }
 
-void Orvantesco::runMasterEffect() noexcept {
-  const int type = globals.masterFxType;
-  if (type <= kMasterFxOff) return;
-  double* left = buses.masterSend.left.data();
-  double* right = buses.masterSend.right.data();
-  DSPShell* effect = masterEffects[static_cast<std::size_t>(type - kMasterFxOff - 1)].get();
-  if (effect != nullptr) effect->process(left, right, nullptr, nullptr);
-  buses.masterReturn = buses.masterSend;
-  const double level = globals.masterFxLevel;
-  vecAddProductConst(left, level, buses.wet.left.data(), kVectorLength);
-  vecAddProductConst(right, level, buses.wet.right.data(), kVectorLength);
-}
-
 void Orvantesco::applyGlobalWidth() noexcept {
   const double percent = globals.globalWidth;
   if (percent == 100.0) return;

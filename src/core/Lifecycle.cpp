@@ -86,6 +86,7 @@ Orvantesco::Orvantesco(HostPort& hostPort, const OrvantescoOptions& options)
   bank->buildParameterBank();
   for (int slot = 0; slot < kSlots; ++slot) slots[static_cast<std::size_t>(slot)].index = slot;
   attachInputs(options.mainInputs, options.sideChain);
+  buildMasterEffects();
   initForRate(rate);
   // The process's first instance knows no host's rate yet, so its first block initialises; a later
   // one is ready at the rate in force, and those that play do not notice it.
@@ -155,9 +156,7 @@ void Orvantesco::renewEffects() {
     position.takeIncoming();
     if (position.running != nullptr) renewInstances(*position.running);
   }
-  for (auto& effect : masterEffects) {
-    if (effect != nullptr) effect->rateChanged();
-  }
+  for (auto& effect : masterEffects) effect->rateChanged();
   limiter.rateChanged();
 }
 
@@ -182,9 +181,7 @@ void Orvantesco::ResetDSP() {
     if (position.running == nullptr) continue;
     for (const auto& instance : position.running->list) instance->clearState();
   }
-  for (auto& effect : masterEffects) {
-    if (effect != nullptr) effect->clearState();
-  }
+  for (auto& effect : masterEffects) effect->clearState();
   limiter.reset();
   modulatorUnits.clearSignals();
 }

@@ -5,8 +5,6 @@
 #include <cmath>
 #include <cstddef>
 
-#include "fx/RateValues.h"
-
 namespace orvantesco {
 
 namespace {
@@ -49,7 +47,8 @@ MasterFxValue orvantDamp(double x) {
 MasterFxValue hallSize(double x) { return same(x * x * 29.0 + 1.0); }
 MasterFxValue roomSize(double x) { return same(x * x * 3.0 + 1.0); }
 
-MasterFxValue preDelay(double ms) { return {ms, ms * 0.001 * sampleRate}; }
+/// In samples at 44100 Hz: the effect itself follows the rate.
+MasterFxValue preDelay(double ms) { return {ms, ms * 44.1}; }
 MasterFxValue hallPreDelay(double x) { return preDelay(500.0 * x); }
 MasterFxValue roomPreDelay(double x) { return preDelay(200.0 * x); }
 

@@ -32,7 +32,7 @@ struct MasterFxStyle {
 };
 
 /// Scales knob 0..3 of the master effect at a menu position; `x` is 0..1. Times of pre-delays are
-/// native in samples of the present rate. At "OFF" and beyond the menu both values are `x`, in
+/// native in samples at 44100 Hz, whatever the rate. At "OFF" and beyond the menu both values are `x`, in
 /// percent where it is shown. Any thread.
 MasterFxValue masterFxScale(int menuPosition, int knob, double x) noexcept;
 

@@ -27,6 +27,7 @@
 #include "host/EditorPort.h"
 #include "host/HostPort.h"
 #include "host/IPlugAAX.h"
+#include "master/MasterEffectFactory.h"
 
 namespace orvantesco {
 
@@ -159,7 +160,6 @@ class Orvantesco : public IPlugAAX {
   void readRings() noexcept;
   void prepareBuses() noexcept;
   void runSlots() noexcept;
-  void runMasterEffect() noexcept;
   void applyGlobalWidth() noexcept;
   void writeOutput() noexcept;
   bool audioIsBlocked() const noexcept;
@@ -171,6 +171,12 @@ class Orvantesco : public IPlugAAX {
   void updateLfo(int number) noexcept;
   void updateLogic(int number) noexcept;
   const double* envelopeSource(int menuPosition) const noexcept;
+
+  // Master effect (MasterEffectRunner.cpp).
+  void buildMasterEffects();
+  void takeMasterEffect(unsigned bits) noexcept;
+  void runMasterEffect() noexcept;
+  DSPShell* selectedMasterEffect() noexcept;  ///< null at "OFF"
 
   // Requests of the control threads (RequestRunner.cpp).
   void carryOutRequests() noexcept;
@@ -250,7 +256,8 @@ class Orvantesco : public IPlugAAX {
   ModulatorUnits modulatorUnits;
   IppFixBiquad inputFilterL, inputFilterR;
   LimiterStage limiter;
-  std::array<std::unique_ptr<DSPShell>, 7> masterEffects;  ///< menu order; null: the send passes
+  std::array<std::unique_ptr<DSPShell>, kMasterEffects> masterEffects;  ///< in the menu's order
+  int masterFxRunning = kMasterFxOff;  ///< the type that the audio thread has taken
   double fadeGain = 1.0;
   double lastSeenSampleRate = -1.0;
   bool latencyPending = false;

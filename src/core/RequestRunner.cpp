@@ -48,6 +48,7 @@ void Orvantesco::carryOutGlobalRequests() noexcept {
   if (bits & kTakeMainModRate) modulatorUnits.main.setRate(globals.mainModRate);
   if (bits & (kClearMasterReturn | kClearMasterSend)) clear(buses.masterReturn);
   if (bits & kClearMasterSend) clear(buses.masterSend);
+  takeMasterEffect(bits);
 }
 
 void Orvantesco::carryOutSlotRequests(Slot& slot) noexcept {

@@ -81,7 +81,7 @@ void Orvantesco::sendOut(Slot& slot) noexcept {
     vecAddInPlace(out.right.data(), (swap ? buses.wet.left : buses.wet.right).data(),
                   kVectorLength);
   }
-  if (!controls.masterSendEnabled || globals.masterFxType <= kMasterFxOff) return;
+  if (!controls.masterSendEnabled || masterFxRunning <= kMasterFxOff) return;
   const double send = modulatedFirst(controls.sendMod, controls.send, 0.0, 1.0);
   const StereoVector& source = slot.stage[static_cast<std::size_t>(controls.masterSource.get())];
   vecAddProductConst(source.left.data(), send, buses.masterSend.left.data(), kVectorLength);

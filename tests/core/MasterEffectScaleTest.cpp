@@ -4,8 +4,6 @@
 
 #include <vector>
 
-#include "fx/RateValues.h"
-
 namespace orvantesco {
 namespace {
 
@@ -36,14 +34,13 @@ TEST(MasterEffectScale, Orvant) {
 }
 
 TEST(MasterEffectScale, ReverbAndRoom) {
-  const double rate = sampleRate;
   expectAll({{2, 0, 0.5, 8.25, 8.25},
              {2, 0, 1.0, 30.0, 30.0},
-             {2, 1, 0.2, 100.0, 0.1 * rate},
+             {2, 1, 0.2, 100.0, 4410.0},
              {2, 3, 1.0, 100.0, 1.0},
              {2, 3, 0.5, 50.0, 0.9330329915368074},
              {3, 0, 1.0, 4.0, 4.0},
-             {3, 1, 0.5, 100.0, 0.1 * rate},
+             {3, 1, 0.5, 100.0, 4410.0},
              {3, 3, 1.0, 100.0, 0.9}});
 }
 

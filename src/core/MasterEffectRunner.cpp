@@ -1,0 +1,50 @@
+// The selected master effect: what it takes from the control threads, and its run on the send bus.
+
+#include "core/MasterEffectScale.h"
+#include "core/Orvantesco.h"
+#include "master/MasterEffectFactory.h"
+
+namespace orvantesco {
+
+static_assert(kMasterEffects == kMasterFxMenuEntries - 1);
+
+void Orvantesco::buildMasterEffects() {
+  for (std::size_t i = 0; i < masterEffects.size(); ++i) {
+    masterEffects[i] = createMasterEffect(static_cast<int>(i));
+  }
+}
+
+DSPShell* Orvantesco::selectedMasterEffect() noexcept {
+  if (masterFxRunning <= kMasterFxOff) return nullptr;
+  return masterEffects[static_cast<std::size_t>(masterFxRunning - kMasterFxOff - 1)].get();
+}
+
+/// Carries out the requests that concern the master effect.
+void Orvantesco::takeMasterEffect(unsigned bits) noexcept {
+  if (bits & kClearMasterSend) masterFxRunning = globals.masterFxType;
+  DSPShell* effect = selectedMasterEffect();
+  if (effect == nullptr) return;
+  // Setting the bypass resets as well, so that neither a choice nor a switch brings an old tail
+  // back; a knob must not cut the tail that sounds.
+  const bool bypass = globals.masterFxBypass;
+  if ((bits & kResetMasterEffect) || effect->isBypassed() != bypass) effect->setBypass(bypass);
+  if ((bits & kTakeMasterFxParams) == 0) return;
+  for (int knob = 0; knob < kMasterFxKnobs; ++knob) {
+    const double x = globals.masterFxParam[static_cast<std::size_t>(knob)];
+    effect->setParam(knob, masterFxScale(masterFxRunning - kMasterFxOff, knob, x).native);
+  }
+}
+
+void Orvantesco::runMasterEffect() noexcept {
+  DSPShell* effect = selectedMasterEffect();
+  if (effect == nullptr) return;
+  double* left = buses.masterSend.left.data();
+  double* right = buses.masterSend.right.data();
+  effect->process(left, right, nullptr, nullptr);
+  buses.masterReturn = buses.masterSend;
+  const double level = globals.masterFxLevel;
+  vecAddProductConst(left, level, buses.wet.left.data(), kVectorLength);
+  vecAddProductConst(right, level, buses.wet.right.data(), kVectorLength);
+}
+
+}  // namespace orvantesco
