@@ -207,7 +207,7 @@ TEST(MasterEffect, ASlotThatListensHearsTheUnscaledReturnOneSubBlockLate) {
   for (std::size_t at = 0; at < audio.size(); at += kVectorLength) {
     append(rig.probe.buses().masterReturn, returned);
     rig.block(audio, at, kVectorLength);
-    append(rig.probe.stage(1, kStageInput), heard);
+    append(rig.probe.engineSlot(1).stage[kStageInput], heard);
   }
   EXPECT_GT(peak(heard), 0.01);
   EXPECT_LT(largestDifference(returned, heard), 1e-12);

@@ -25,11 +25,6 @@ struct OrvantescoProbe {
   StateMigration& migration() const { return effect.migration; }
   bool stageIsBusy(int stage) const { return at(effect.fxBusy, stage); }
 
-  const Buses& buses() const { return effect.buses; }
-  const StereoVector& stage(int slot, int number) const {
-    return at(at(effect.slots, slot).stage, number);
-  }
-
   /// What has been posted since the last call.
   unsigned slotRequests(int number) const { return at(effect.slots, number).requests.take(); }
   unsigned effectRequests(int number) const { return position(number).requests.take(); }
