@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "fx/RateValues.h"
+#include "master/EqChain.h"
 
 namespace orvantesco {
 
@@ -14,28 +14,17 @@ constexpr double kHighShelfHz = 3000.0;
 
 }  // namespace
 
-EQ_M::Band::Band(bool isRight, int mode, double hz) : filter(isRight, mode, 1) {
-  filter.setFrequencyIsNormalised(false);
-  if (mode == kPeakFilter) filter.setMaxDrive(kMaxDriveDb);
-  setFrequency(hz);
-}
-
-void EQ_M::Band::setFrequency(double hz) noexcept {
-  frequencyHz = hz;
-  filter.setCutoff(hz * inverseSampleRate);
-}
-
 EQ_M::EQ_M(int eqForm, bool isRight)
     : DSPShell(isRight),
       form(static_cast<Form>(std::clamp<int>(eqForm, kFixEq, kShelfEq))),
-      low(isRight, kLowShelfFilter, kLowShelfHz),
-      midA(isRight, kPeakFilter, 0.0),
-      midB(isRight, kPeakFilter, 0.0),
-      high(isRight, kHighShelfFilter, kHighShelfHz) {}
+      low(EqBand::Shape::lowShelf, kLowShelfHz),
+      midA(EqBand::Shape::peak, 0.0),
+      midB(EqBand::Shape::peak, 0.0),
+      high(EqBand::Shape::highShelf, kHighShelfHz) {}
 
 template <class Operation>
-void EQ_M::forEachFilter(Operation operation) noexcept {
-  for (Band* band : {&low, &midA, &midB, &high}) operation(*band);
+void EQ_M::forEachBand(Operation operation) noexcept {
+  for (EqBand* band : {&low, &midA, &midB, &high}) operation(*band);
 }
 
 EQ_M::Control EQ_M::controlAt(int index) noexcept {
@@ -54,7 +43,7 @@ void EQ_M::setParam(int index, double value) noexcept {
   const Control control = controlAt(index);
   if (control.band == nullptr || !std::isfinite(value)) return;
   if (control.isGain) {
-    control.band->filter.setGain(value);
+    control.band->setGain(value);
   } else {
     control.band->setFrequency(value);
   }
@@ -62,27 +51,38 @@ void EQ_M::setParam(int index, double value) noexcept {
 
 void EQ_M::reset() noexcept {
   DSPShell::reset();
-  forEachFilter([](Band& band) { band.filter.reset(); });
+  forEachBand([](EqBand& band) { band.reset(); });
 }
 
 void EQ_M::rateChanged() noexcept {
   DSPShell::rateChanged();
-  forEachFilter([](Band& band) {
-    band.filter.rateChanged();
-    band.setFrequency(band.frequencyHz);
-  });
+  forEachBand([](EqBand& band) { band.rateChanged(); });
 }
 
 void EQ_M::clearMemories() noexcept {
   DSPShell::clearMemories();
-  forEachFilter([](Band& band) { band.filter.clearMemories(); });
+  forEachBand([](EqBand& band) { band.clearMemories(); });
 }
 
 void EQ_M::processBlock() noexcept {
-  DSPShell::processBlock();  // the filters work in place
-  (form == kShelfEq ? low : midA).filter.process(output, nullptr);
-  if (form == kFixEq) low.filter.process(output, nullptr);
-  (form == kTwoBandEq ? midB : high).filter.process(output, nullptr);
+  DSPShell::processBlock();  // the bands work in place
+  processPair(*this, *this, output, output);
+}
+
+void EQ_M::processPair(EQ_M& left, EQ_M& right, double* leftVector, double* rightVector) noexcept {
+  if (left.form == kFixEq) {
+    EqChain<3> chain;
+    chain.take(0, left.midA, right.midA);
+    chain.take(1, left.low, right.low);
+    chain.take(2, left.high, right.high);
+    chain.run(leftVector, rightVector);
+    return;
+  }
+  const bool isShelves = left.form == kShelfEq;
+  EqChain<2> chain;
+  chain.take(0, isShelves ? left.low : left.midA, isShelves ? right.low : right.midA);
+  chain.take(1, isShelves ? left.high : left.midB, isShelves ? right.high : right.midB);
+  chain.run(leftVector, rightVector);
 }
 
 }  // namespace orvantesco

@@ -32,8 +32,7 @@ void EQ_ST::clearMemories() noexcept {
 void EQ_ST::processBlock() noexcept {
   vecMove(input, output, blockSize);
   vecMove(input2, output2, blockSize);
-  left.process(output, nullptr);
-  right.process(output2, nullptr);
+  EQ_M::processPair(left, right, output, output2);
 }
 
 }  // namespace orvantesco
