@@ -226,15 +226,14 @@ TEST_P(EveryEffect, StaysFiniteAtEveryRate) {
   }
 }
 
-TEST_P(EveryEffect, IsSilentAfterItsTailAndStartsAnewAfterBypass) {
+TEST_P(EveryEffect, IsSilentAfterBypass) {
   const auto effect = build(typeId(), false, defaultKnobs(typeId()));
   run(*effect, noise(200, 12));
   effect->setBypass(true);
   effect->setBypass(false);
-  const bool makesNoise = effectRecord(typeId()).build.kind == EffectClass::shaper ||
-                          effectRecord(typeId()).build.kind == EffectClass::lofi;
-  const double left = peak(run(*effect, Signal(static_cast<size_t>(kVectorLength) * 20, 0.0)));
-  EXPECT_LT(left, makesNoise ? 1.0 : 1e-9);
+  // A curve or a held sample may remember one sample of what was.
+  run(*effect, Signal(kVectorLength, 0.0));
+  EXPECT_LT(peak(run(*effect, Signal(static_cast<size_t>(kVectorLength) * 20, 0.0))), 1e-9);
 }
 
 }  // namespace
