@@ -1,14 +1,12 @@
 #include "mod/WaveLFO.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cmath>
-#include <cstdint>
 
 #include "fx/Kernels.h"
 #include "fx/Lanes.h"
 #include "fx/RateValues.h"
+#include "mod/WaveEntries.h"
 
 namespace orvantesco {
 
@@ -16,7 +14,6 @@ namespace {
 
 constexpr double kEntries = WaveRecord::kLength;
 constexpr double kLastEntry = kEntries - 1.0;
-constexpr int kEntryMask = WaveRecord::kLength - 1;
 // Whole entries, taken once at 44100 Hz: so the slowest LFO may stand still, and the fastest
 // reaches 495 Hz there and more at higher rates.
 constexpr double kMinIncrement = 0.0;
@@ -27,65 +24,6 @@ constexpr double kGlideFactor = 1.5;
 double limitIncrement(double entriesPerSample) noexcept {
   if (!std::isfinite(entriesPerSample)) return kMinIncrement;
   return std::clamp(entriesPerSample, kMinIncrement, kMaxIncrement);
-}
-
-/// Whether two values from 0 up have the same exponent.
-bool inSameBinade(double a, double b) noexcept {
-  const auto exponentOf = [](double x) { return std::bit_cast<std::uint64_t>(x) >> 52; };
-  return exponentOf(a) == exponentOf(b);
-}
-
-/// Where a phase that meets no end is after each of 32 steps of inc.
-///
-/// The phase is the running sum, to the bit. Where all 32 sums have the same exponent, each is a
-/// multiple of the same unit, so that every addition of inc is rounded by the same amount: what
-/// it adds is one constant, and the products of that constant are exact. Then no sum has to wait
-/// for the one before it. The exception is an inc that lies midway between two units: its first
-/// two steps may be rounded to different sides.
-struct Run {
-  double first;
-  double step;
-  double last;
-  bool isEven;
-
-  Run(double start, double inc) noexcept : first(start + inc) {
-    const double second = first + inc;
-    step = second - first;
-    last = first + (kVectorLength - 1) * step;
-    isEven = (second + inc) - second == step && inSameBinade(first, last);
-  }
-};
-
-using Entries = std::array<int, kVectorLength>;
-
-/// What to do with a position to come to the entry of the table that is read.
-struct EntryRule {
-  int shift;
-  int flip;  ///< all bits for a wave that runs backwards
-  int of(double position) const noexcept {
-    return ((static_cast<int>(position) + shift) & kEntryMask) ^ flip;
-  }
-};
-
-constexpr std::array<double, kVectorLength> kCount = [] {
-  std::array<double, kVectorLength> count{};
-  for (std::size_t i = 0; i < count.size(); ++i) count[i] = static_cast<double>(i);
-  return count;
-}();
-
-/// The entries that a phase passes; the phase moves on.
-void passEntries(double inc, EntryRule rule, double& phase, Entries& entries) noexcept {
-  const Run run(phase, inc);
-  if (run.isEven) {
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-      entries[i] = rule.of(run.first + kCount[i] * run.step);
-    }
-    phase = run.last;
-    return;
-  }
-  double position = phase;
-  for (int& entry : entries) entry = rule.of(position += inc);
-  phase = position;
 }
 
 }  // namespace
@@ -185,7 +123,7 @@ void WaveLFO::turn(double inc, bool triggered, double* wave) noexcept {
 
 /// The same where the phase meets no end.
 void WaveLFO::sweep(double inc, double* wave) noexcept {
-  Entries entries;
+  WaveEntries entries;
   passEntries(inc, {phaseOffset, reverse ? kEntryMask : 0}, phase, entries);
   if (sampleAndHold) {
     vecSet(2.0 * heldValue - 1.0, wave, kVectorLength);

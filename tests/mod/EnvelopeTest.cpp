@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "mod/ModTestSupport.h"
+#include "mod/PlainEnvelope.h"
 
 namespace orvantesco {
 namespace {
@@ -12,106 +13,10 @@ namespace {
 using testing_support::Dice;
 using testing_support::kRates;
 using testing_support::largestDifference;
-using testing_support::PlainGlide;
+using testing_support::PlainEnvelope;
+using Settings = testing_support::EnvelopeSettings;
 using testing_support::ScopedRate;
 using testing_support::Vector32;
-
-struct Settings {
-  bool follower = true, linear = false;
-  double gain = 1.0, attackMs = 10.0, releaseMs = 100.0, holdMs = 0.0, threshold = 0.25;
-  double locut = 0.0, hicut = 1.0, depth = 1.0;
-
-  void giveTo(Envelope& envelope) const {
-    envelope.setFollower(follower);
-    envelope.setLinear(linear);
-    envelope.setGain(gain);
-    envelope.setAttack(attackMs);
-    envelope.setRelease(releaseMs);
-    envelope.setHold(holdMs);
-    envelope.setThreshold(threshold);
-    envelope.setLocut(locut);
-    envelope.setHicut(hicut);
-    envelope.setDepth(depth);
-  }
-};
-
-/// The same envelope in plain numbers, behind the two band filters, which have tests of their own.
-struct PlainEnvelope {
-  double rate;
-  IppBiquad lowCut{false, 3, 1};
-  IppBiquad highCut{false, 0, 1};
-  PlainGlide glide;
-  double meanSquare = 0.0, level = 0.0, gatePhase = 0.0, value = 0.0;
-  int state = 3;
-
-  explicit PlainEnvelope(double sampleRateHz) : rate(sampleRateHz), glide(5.0, sampleRateHz) {}
-
-  double samples(double ms) const { return std::fmax(1.0, ms * 0.001 * rate); }
-
-  Vector32 run(const Settings& s, Vector32 x) {
-    lowCut.setParam(0, s.locut);
-    highCut.setParam(0, s.hicut);
-    lowCut.process(x.data(), nullptr);
-    highCut.process(x.data(), nullptr);
-    double sum = 0.0;
-    for (double sample : x) sum += sample * s.gain * sample * s.gain;
-    meanSquare = 0.015 * sum / 32.0 + 0.985 * meanSquare + 1e-9;
-    const double p = std::sqrt(meanSquare - 1e-9);
-    const double out = s.follower ? follow(s, p) : gate(s, p);
-    value = s.depth * out;
-    Vector32 vector{};
-    for (double& sample : vector) sample = s.depth * (s.follower ? glide.tick(out) : out);
-    return vector;
-  }
-
-  double follow(const Settings& s, double p) {
-    const double pi = std::numbers::pi;
-    if (p < level) {
-      level *= std::pow(std::exp(-2.0 * pi / samples(2.0 * s.releaseMs)), 32.0);
-    } else {
-      level = std::fmin(p, level * std::pow(std::exp(2.0 * pi / samples(2.0 * s.attackMs)), 32.0));
-    }
-    level = std::fmax(level, 0.001867442732);
-    const double out = (level - 0.001867442732) * 0.998132557 * 1.43;
-    return s.linear ? out : out / (out + 0.03) * 1.01;
-  }
-
-  double gate(const Settings& s, double p) {
-    double out = 0.0;
-    if (state == 3 && p < s.threshold) return 0.0;
-    if (state == 0 || state == 3) {
-      state = 0;
-      gatePhase += 32.0 / samples(2.0 * s.attackMs);
-      out = gatePhase;
-      if (gatePhase >= 1.0) {
-        state = 1;
-        gatePhase = 0.0;
-      }
-    }
-    if (state == 1) {
-      if (p >= s.threshold) gatePhase = 0.0;
-      out = 1.0;
-      gatePhase += 32.0 / (std::fmax(s.holdMs, 0.001) * 0.001 * rate);
-      if (gatePhase >= 1.0) {
-        state = 2;
-        gatePhase = 0.0;
-      }
-    }
-    if (state == 2) {
-      out = 1.0 - gatePhase;
-      gatePhase += 32.0 / samples(2.0 * s.releaseMs);
-      if (gatePhase >= 1.0) {
-        state = 3;
-        gatePhase = 0.0;
-      }
-      if (p >= s.threshold) {
-        gatePhase = out;
-        state = 0;
-      }
-    }
-    return out;
-  }
-};
 
 Settings anySettings(Dice& dice) {
   Settings s;
@@ -283,8 +188,9 @@ void expectAlike(Envelope& a, Envelope& b, const char* what) {
   Dice dice(2);
   Vector32 outA{};
   Vector32 outB{};
-  for (int i = 0; i < 2000; ++i) {
-    const double loudness = i % 500 < 100 ? 0.0 : 1.0;
+  for (int i = 0; i < 3000; ++i) {
+    // Rests that are long enough for a hold and a decay.
+    const double loudness = i % 1000 < 700 ? 0.0 : 1.0;
     const Vector32 in = dice.vector(-loudness, loudness);
     a.run(in.data(), outA.data());
     b.run(in.data(), outB.data());

@@ -135,6 +135,14 @@ TEST(LogicUnit, comparesEqualSourcesAndNoSourcesAsNotHigher) {
   EXPECT_EQ(gate.run(), Vector32{});
 }
 
+TEST(LogicUnit, gatePassesASourceAsLargeAsTheOther) {
+  const Vector32 a = Dice(1).vector();
+  for (double sign : {1.0, -1.0}) {
+    Case c{{a.data(), 1.0}, {a.data(), sign}, {}, 1.0, 0.0, 6};
+    EXPECT_EQ(c.run(), a);
+  }
+}
+
 TEST(LogicUnit, magnitudesOfSignlessInputsVanish) {
   Vector32 zeros{};
   Vector32 ones;
