@@ -6,9 +6,8 @@
 namespace orvantesco {
 namespace {
 
-// The first versions that have a field.
+/// The first version that names the colour set.
 constexpr int kWithColourSet = 0x1015C;
-constexpr int kWithAttenuation = 0x10101;
 
 constexpr std::int32_t kDelayPage = 2;
 constexpr std::int32_t kNothingTouched = -1;
@@ -114,7 +113,7 @@ std::optional<HostStateReading> readHostState(const StateChunk& chunk, int start
   if (state.stateVersion >= kWithColourSet) fields.read(state.colourSet);
   if (state.stateVersion < kOldestStateVersion) return reading;
   fields.read(state.currentPage);
-  if (state.stateVersion >= kWithAttenuation) fields.read(state.attenuation);
+  if (state.stateVersion > kLastWithoutAttenuation) fields.read(state.attenuation);
   readPreset(fields, state);
   fields.read(state.touchedParam);
   readMasks(fields, state);

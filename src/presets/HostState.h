@@ -16,6 +16,9 @@ inline constexpr int kStateVersion = 0x10200;
 /// The oldest version whose fields behind the colour set are known.
 inline constexpr int kOldestStateVersion = 0x833;
 
+/// The last version without the attenuation, which then counts as full level.
+inline constexpr int kLastWithoutAttenuation = 0x10100;
+
 /// Number of colour sets that a block can name.
 inline constexpr int kColourSets = 11;
 

@@ -1,0 +1,101 @@
+#include "presets/FileContent.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "presets/PresetBackup.h"
+#include "support/FolderRig.h"
+
+namespace orvantesco {
+namespace {
+
+std::string contentOf(const std::string& path, std::size_t limit = 1000) {
+  const auto result = readFile(path, limit);
+  const auto* error = std::get_if<FileError>(&result);
+  return error != nullptr ? "error: " + error->message : std::get<std::string>(result);
+}
+
+TEST(FileContent, ReadsAnyBytes) {
+  const FolderRig folder;
+  const std::string bytes("a\0\xFF\r\n", 5);
+  EXPECT_EQ(contentOf(folder.write("a", bytes)), bytes);
+  EXPECT_EQ(contentOf(folder.write("empty", "")), "");
+}
+
+TEST(FileContent, RefusesWhatIsMissingNoFileOrTooLong) {
+  const FolderRig folder;
+  EXPECT_EQ(contentOf(folder.file("a")), "error: No such file or directory");
+  EXPECT_EQ(contentOf(folder.path()), "error: is no regular file");
+  ::mkfifo(folder.file("pipe").c_str(), 0600);
+  EXPECT_EQ(contentOf(folder.file("pipe")), "error: is no regular file") << "without waiting";
+  const std::string path = folder.write("long", std::string(1001, 'x'));
+  EXPECT_EQ(contentOf(path), "error: is longer than 1000 bytes");
+  EXPECT_EQ(contentOf(path, 1001).size(), 1001u);
+}
+
+TEST(FileContent, WritesUnderATemporaryNameAndLeavesNoneBehind) {
+  const FolderRig folder;
+  EXPECT_EQ(writeFile(folder.file("a"), "one"), "");
+  EXPECT_EQ(writeFile(folder.file("a"), "two"), "");
+  EXPECT_EQ(folder.read("a"), "two");
+  EXPECT_EQ(folder.files(), (std::vector<std::string>{"a"}));
+}
+
+TEST(FileContent, KeepsLinksAndPermissions) {
+  const FolderRig folder;
+  folder.write("target", "old");
+  ::chmod(folder.file("target").c_str(), 0600);
+  ASSERT_EQ(::symlink("target", folder.file("link").c_str()), 0);
+  EXPECT_EQ(writeFile(folder.file("link"), "new"), "");
+  EXPECT_EQ(folder.read("target"), "new");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.file("link")));
+  struct stat status {};
+  ::stat(folder.file("target").c_str(), &status);
+  EXPECT_EQ(status.st_mode & 0777u, 0600u);
+}
+
+TEST(FileContent, RefusesToReplaceWhatIsNoFile) {
+  const FolderRig folder;
+  EXPECT_EQ(writeFile(folder.path(), "x"), "is there and no regular file");
+  EXPECT_EQ(writeFile("/dev/null", "x"), "is there and no regular file");
+  EXPECT_EQ(writeFile(folder.file("no folder/a"), "x"), "No such file or directory");
+  ASSERT_EQ(::symlink("nowhere", folder.file("link").c_str()), 0);
+  EXPECT_EQ(writeFile(folder.file("link"), "x"), "is there and no regular file");
+}
+
+TEST(PresetBackup, FilesOfTheLibraryGoBelowTheBackups) {
+  const FolderRig folder;
+  const std::string root = folder.file("Presets");
+  folder.write("Presets/User Presets/Echo/a.txt", "old");
+  EXPECT_EQ(keepPresetBackup(root + "/User Presets/Echo/a.txt", root), "");
+  EXPECT_EQ(folder.read("Preset Backups/User Presets/Echo/a.txt"), "old");
+  EXPECT_EQ(folder.read("Presets/User Presets/Echo/a.txt"), "old");
+}
+
+TEST(PresetBackup, OtherFilesAreKeptBesideThemselves) {
+  const FolderRig folder;
+  folder.write("Presets2/a.txt", "old");
+  EXPECT_EQ(keepPresetBackup(folder.file("Presets2/a.txt"), folder.file("Presets")), "");
+  EXPECT_EQ(folder.read("Presets2/a.txt.bak"), "old");
+  EXPECT_EQ(presetBackupPath("/x/a.txt", ""), "/x/a.txt.bak");
+}
+
+TEST(PresetBackup, WhatWasKeptBeforeStays) {
+  const FolderRig folder;
+  const std::string path = folder.write("a.txt", "first");
+  EXPECT_EQ(keepPresetBackup(path, ""), "");
+  EXPECT_EQ(keepPresetBackup(path, ""), "") << "an equal copy is not kept twice";
+  folder.write("a.txt", "second");
+  EXPECT_EQ(keepPresetBackup(path, ""), "");
+  EXPECT_EQ(folder.read("a.txt.bak"), "first");
+  EXPECT_EQ(folder.read("a.txt.bak.2"), "second");
+  EXPECT_EQ(folder.files().size(), 3u);
+}
+
+TEST(PresetBackup, AFileThatIsGoneCannotBeKept) {
+  EXPECT_EQ(keepPresetBackup("no such folder/a.txt", ""), "No such file or directory");
+}
+
+}  // namespace
+}  // namespace orvantesco
