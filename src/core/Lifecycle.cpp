@@ -211,13 +211,6 @@ double Orvantesco::longestDelayInUse() const {
   return chained ? together : longest;
 }
 
-void Orvantesco::setDryMute(bool muted) {
-  globals.dryMuted = muted;
-  OnParamChange(kDryLevel);
-}
-
-void Orvantesco::setAttenuation(double linearGain) { globals.inputAttenuation = linearGain; }
-
 bool Orvantesco::bulkOperationRuns() const noexcept { return audioIsBlocked(); }
 
 bool Orvantesco::bulkOperationIsMine() const noexcept {

@@ -6,10 +6,14 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <thread>
+#include <vector>
 
 #include "core/Buses.h"
 #include "core/DryFifo.h"
+#include "core/EditorState.h"
 #include "core/EffectPosition.h"
 #include "core/Fade.h"
 #include "core/GlobalControls.h"
@@ -28,6 +32,8 @@
 #include "host/HostPort.h"
 #include "host/IPlugAAX.h"
 #include "master/MasterEffectFactory.h"
+#include "presets/PresetMenuPort.h"
+#include "presets/PresetReader.h"
 
 namespace orvantesco {
 
@@ -102,9 +108,15 @@ class Orvantesco : public IPlugAAX {
   /// A control of the editor is about to move a parameter. Any thread.
   void touchParameter(int paramIdx) noexcept { touchedParam = paramIdx; }
 
-  /// The editor's switches outside the bank. Any thread.
+  /// The editor's controls outside the bank. Any thread.
   void setDryMute(bool muted);
-  void setAttenuation(double linearGain);
+  /// Position of the "ATTENUATION" control, 0..1 (see `attenuationGain`).
+  void setAttenuation(double position);
+  /// The editor has turned to a page; out of range does nothing. While a preset loads, the page
+  /// that it brings stands.
+  void setCurrentPage(int page);
+  /// The colours, 0 .. `kColourSets` - 1; out of range does nothing.
+  void setColourSet(int set);
 
   /// Sends the band that an envelope modulator (0 or 1) hears to the output in place of the sound;
   /// -1 ends it. Any thread.
@@ -123,6 +135,57 @@ class Orvantesco : public IPlugAAX {
 
   /// Replaces the editor (null for none). Control thread, while no parameter is dispatched.
   void setEditor(EditorPort* port) { graphics = port; }
+
+  // State and presets. Control threads, never under `mutex`; any number at once, one after the
+  // other. Audio may run: it is silent meanwhile and never waits.
+
+  /// Appends the state block. False where the chunk could not grow.
+  bool SerializeState(StateChunk& chunk) override;
+
+  /// Restores the state block at a position; returns the position behind it, -1 where it ends
+  /// early or is of a version that cannot be read. Of a newer version nothing is taken, and the
+  /// editor shows a message; of one that is too old the parameters get their defaults, without
+  /// notice to the engine.
+  int UnserializeState(const StateChunk& chunk, int startPos) override;
+
+  /// Restores what was read from a block.
+  void restoreState(const HostState& state);
+
+  /// Applies a preset of any version: parameters that it does not list get their defaults.
+  void applyPreset(const PresetFile& preset);
+
+  /// What a preset file of the present settings holds.
+  PresetFile currentPreset() const;
+
+  /// Reads a preset file below the presets' root, given as "/User Presets/Slap.txt". Where it is
+  /// none, the label of the preset's name says so, the result is false, and nothing else changes.
+  bool readPresetFile(const std::string& relativePath);
+
+  /// Applies what `readPresetFile` has read. A preset of an older version is rewritten in place,
+  /// once its old file is kept below the backups.
+  void applyLoadedPreset();
+
+  /// Writes the present settings; an empty path does nothing. `rewriteAfterMigration` keeps the
+  /// file that is there in the backups first. True means failure.
+  bool writePresetFile(const std::string& fullPath, bool rewriteAfterMigration);
+
+  /// Where the preset folders lie; nothing is read or written before it is told. Not while a
+  /// preset loads.
+  void setPresetRoot(const std::string& path) { presetRootPath = path; }
+
+  /// Name and folder of the preset that the editor shows. `relativePath` is below the presets'
+  /// root.
+  void showPreset(const std::string& relativePath);
+
+  /// Name and folder label as the editor shows them.
+  std::string presetName();
+  std::string presetFolderLabel();
+
+  /// The preset that is selected in the library's menu, and the menu to ask at a restore (null
+  /// for none: then any selection is taken over as it was saved).
+  void setPresetSelection(const PresetSelection& selection);
+  PresetSelection presetSelection();
+  void setPresetMenu(PresetMenuPort* menu) { presetMenu = menu; }
 
  protected:
   /// Stops the audio path for the duration of a bulk operation: raises a flag, waits until the
@@ -151,6 +214,26 @@ class Orvantesco : public IPlugAAX {
   void sizeSlot(Slot& slot);
   void renewEffects();
   void clearSlot(Slot& slot) noexcept;
+
+  // State and presets (HostStateBlock.cpp, PresetLoad.cpp).
+  HostState stateOutsideTheBank() const;
+  void takeColourSet(const HostState& state);
+  void setParametersToDefaults();
+  void takeEditorState(const HostState& state);
+  void takePage(std::optional<int> page);
+  void takeMasks(const HostState& state);
+  void takeMasks(const PresetFile& preset);
+  void takeParameters(const HostState& state);
+  void takeParameters(const PresetFile& preset);
+  void selectRateForms(const std::vector<double>& values);
+  void showRestored(const HostState& state);
+  void showLoaded();
+  void settle();
+  PresetFile loadPreset(const PresetFile& preset);
+  void refusePreset(std::string_view reason);
+  bool keepBackup(const std::string& fullPath) const;
+  /// The editor, or one that ignores everything.
+  EditorPort& editor() const noexcept;
 
   // Block driver (BlockDriver.cpp).
   void followHost();
@@ -241,8 +324,17 @@ class Orvantesco : public IPlugAAX {
   std::atomic<bool> audioInside{false};       ///< the audio thread is in ProcessDoubleReplacing
   std::atomic<std::thread::id> bulkThread{};  ///< thread of the restore or preset load
   StateMigration migration;
+  EditorState editorState;
   Shared<int> touchedParam{-1};
   std::mutex typeMutex;  ///< one change of effect type at a time; never the audio thread
+
+  // State and presets: whoever holds `bulkMutex`, which is taken before `mutex`.
+  std::recursive_mutex bulkMutex;
+  PresetMenuPort* presetMenu = nullptr;
+  std::string presetRootPath;
+  std::string presetFilePath;  ///< of the file opened last
+  PresetFile loadedPreset;     ///< read, to be applied
+  int lastPageLoaded = kDelayPage;
 
   // Audio thread only.
   Rings rings;

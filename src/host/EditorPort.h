@@ -190,6 +190,29 @@ class EditorPort {
     (void)number;
   }
 
+  // Presets and what a host saves.
+
+  /// Label texts of the loaded preset and of its folder.
+  virtual void showPresetName(std::string_view text) noexcept { (void)text; }
+  virtual void showPresetFolder(std::string_view text) noexcept { (void)text; }
+
+  /// The "ATTENUATION" control moves to a position, 0..1.
+  virtual void showAttenuation(double position) noexcept { (void)position; }
+
+  virtual void showDryLock(bool locked) noexcept { (void)locked; }
+
+  /// Colours, name and menu mark follow a colour set.
+  virtual void showColourSet(int set) noexcept { (void)set; }
+
+  /// The buttons of the tap masks, StepFX and StepMod follow their masks, in every slot.
+  virtual void refreshStepGrids() noexcept {}
+
+  /// The step views of the slots close, and passing hints go.
+  virtual void closeStepViews() noexcept {}
+
+  /// What the editor draws by its timers is drawn at once.
+  virtual void runDisplayTimers() noexcept {}
+
   /// Shows a message to the user.
   virtual void showMessage(std::string_view text) noexcept { (void)text; }
 };

@@ -219,16 +219,25 @@ bool IPlugBase::SerializeParams(StateChunk& chunk) {
 }
 
 int IPlugBase::UnserializeParams(const StateChunk& chunk, int startPos) {
-  const std::lock_guard lock(mutex);
   int position = startPos;
-  for (IParam* param : params) {
+  std::vector<double> values;
+  for (int i = 0; i < NParams(); ++i) {
     double value = 0.0;
     position = chunk.getDouble(position, value);
     if (position < 0) break;
-    param->setValue(insideRange(*param, value));
+    values.push_back(value);
+  }
+  takeParamValues(values);
+  return position;
+}
+
+void IPlugBase::takeParamValues(const std::vector<double>& values) {
+  const std::lock_guard lock(mutex);
+  const std::size_t count = std::min(values.size(), params.size());
+  for (std::size_t i = 0; i < count; ++i) {
+    params[i]->setValue(insideRange(*params[i], values[i]));
   }
   for (int i = 0; i < NParams(); ++i) OnParamChange(i);
-  return position;
 }
 
 bool IPlugBase::CompareState(const StateChunk& chunk, int startPos) {

@@ -118,6 +118,9 @@ class IPlugBase {
   bool SerializeParams(StateChunk& chunk);
   int UnserializeParams(const StateChunk& chunk, int startPos);
 
+  /// Stores values in index order, as many as there are, and dispatches every parameter.
+  void takeParamValues(const std::vector<double>& values);
+
   // ---- what the effect and its binding share ----
 
   std::unique_ptr<ParamBank> bank;

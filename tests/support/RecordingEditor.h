@@ -109,6 +109,14 @@ class RecordingEditor : public EditorPort {
     static constexpr std::string_view kNames[] = {"Lfo", "Gate", "Envelope", "Logic"};
     note("refreshModulator", kNames[static_cast<int>(group)], number);
   }
+  void showPresetName(std::string_view text) noexcept override { note("showPresetName", text); }
+  void showPresetFolder(std::string_view text) noexcept override { note("showPresetFolder", text); }
+  void showAttenuation(double position) noexcept override { note("showAttenuation", position); }
+  void showDryLock(bool locked) noexcept override { note("showDryLock", locked); }
+  void showColourSet(int set) noexcept override { note("showColourSet", set); }
+  void refreshStepGrids() noexcept override { note("refreshStepGrids"); }
+  void closeStepViews() noexcept override { note("closeStepViews"); }
+  void runDisplayTimers() noexcept override { note("runDisplayTimers"); }
   void showMessage(std::string_view text) noexcept override { note("showMessage", text); }
 
  private:

@@ -110,7 +110,7 @@ class TypeChange {
         change.param(selector).replaceDisplayText(
             entry, typeId == kNoEffect ? plainName : fxParameter(typeId, p).name);
       }
-      if (change.touched()) change.moveKnob(selector, 0.0);
+      if (change.touched() && !change.bulk()) change.moveKnob(selector, 0.0);
       if (!change.bulk()) change.dispatch(selector);
     }
     change.editor().refreshTapSelectors(slot());

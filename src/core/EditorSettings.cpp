@@ -1,0 +1,72 @@
+// What an editor shows and sets beside the parameters.
+
+#include "core/Orvantesco.h"
+#include "params/ParamIndex.h"
+#include "presets/PresetNames.h"
+
+namespace orvantesco {
+
+namespace {
+
+constinit EditorPort silentEditor;
+
+}  // namespace
+
+EditorPort& Orvantesco::editor() const noexcept {
+  EditorPort* const port = graphics;
+  return port != nullptr ? *port : silentEditor;
+}
+
+void Orvantesco::setAttenuation(double position) {
+  editorState.attenuation = position;
+  globals.inputAttenuation = attenuationGain(position);
+  editor().showAttenuation(position);
+}
+
+void Orvantesco::setDryMute(bool muted) {
+  globals.dryMuted = muted;
+  editor().showDryLock(muted);
+  OnParamChange(kDryLevel);
+}
+
+void Orvantesco::setCurrentPage(int page) {
+  if (!isPage(page)) return;
+  if (!presetLoading) editorState.currentPage = page;
+  if (page >= kFirstSubPage || page == kDelayPage) editorState.lastSubPage = page;
+}
+
+void Orvantesco::setColourSet(int set) {
+  if (set < 0 || set >= kColourSets) return;
+  editorState.colourSet = set;
+  editor().showColourSet(set);
+}
+
+void Orvantesco::showPreset(const std::string& relativePath) {
+  const std::lock_guard lock(mutex);
+  editorState.presetName = presetNameOf(relativePath);
+  editorState.presetFolderLabel = presetFolderLabelOf(relativePath);
+  editor().showPresetName(editorState.presetName);
+  editor().showPresetFolder(editorState.presetFolderLabel);
+}
+
+std::string Orvantesco::presetName() {
+  const std::lock_guard lock(mutex);
+  return editorState.presetName;
+}
+
+std::string Orvantesco::presetFolderLabel() {
+  const std::lock_guard lock(mutex);
+  return editorState.presetFolderLabel;
+}
+
+void Orvantesco::setPresetSelection(const PresetSelection& selection) {
+  const std::lock_guard lock(mutex);
+  editorState.selection = selection;
+}
+
+PresetSelection Orvantesco::presetSelection() {
+  const std::lock_guard lock(mutex);
+  return editorState.selection;
+}
+
+}  // namespace orvantesco

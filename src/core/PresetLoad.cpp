@@ -1,0 +1,165 @@
+// Loading and saving presets: text files that list what differs from the defaults.
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/Orvantesco.h"
+#include "params/ParamBank.h"
+#include "presets/FileContent.h"
+#include "presets/PresetBackup.h"
+#include "presets/PresetMigration.h"
+#include "presets/PresetWriter.h"
+
+namespace orvantesco {
+
+namespace {
+
+/// Held to the range that the parameter has now; what is no number becomes the minimum.
+void storeHeld(IParam& param, double value) {
+  param.setValue(std::isnan(value) ? param.min() : std::clamp(value, param.min(), param.max()));
+}
+
+/// Files hold single precision, so what differs beyond it does not differ for them.
+bool isAtDefault(const IParam& param) {
+  return static_cast<float>(param.value()) == static_cast<float>(param.defaultValue());
+}
+
+/// Files name parameters by their keys. Where two share one, a reader gives the first line of it
+/// to the first, so the first is listed wherever the second is.
+std::vector<PresetValue> listedValues(const ParamBank& bank) {
+  const ParamKeys& keys = bank.keys();
+  std::vector<PresetValue> values;
+  for (int index = 0; index < kNumParams; ++index) {
+    const std::string& key = keys[static_cast<std::size_t>(index)];
+    bool isListed = !isAtDefault(*bank.getParam(index));
+    for (int twin = index + 1; !isListed && twin < std::min(index + numSlots, kNumParams); ++twin) {
+      isListed = keys[static_cast<std::size_t>(twin)] == key && !isAtDefault(*bank.getParam(twin));
+    }
+    if (isListed) values.push_back({key, bank.getParam(index)->value(), 0});
+  }
+  return values;
+}
+
+}  // namespace
+
+void Orvantesco::applyPreset(const PresetFile& preset) { loadPreset(preset); }
+
+/// Returns what a file of the loaded settings holds, taken before anybody else can change them.
+PresetFile Orvantesco::loadPreset(const PresetFile& preset) {
+  const std::lock_guard one(bulkMutex);
+  PresetFile loaded;
+  {
+    const BulkOperation loading(*this, presetLoading);
+    fade.request();
+    touchedParam = -1;
+    takeMasks(preset);
+    takeParameters(preset);
+    lastPageLoaded = preset.lastPage.value_or(lastPageLoaded);
+    takePage(lastPageLoaded);
+    showLoaded();
+    touchedParam = -1;
+    settle();
+    loaded = currentPreset();
+    editor().runDisplayTimers();
+  }
+  for (int slot = 0; slot < kSlots; ++slot) {
+    editor().refreshSlot(slot);
+    editor().refreshLanes(slot);
+  }
+  return loaded;
+}
+
+void Orvantesco::takeMasks(const PresetFile& preset) {
+  for (int slot = 0; slot < kSlots; ++slot) {
+    const auto s = static_cast<std::size_t>(slot);
+    TapMasks masks = tapMasks(slot);
+    masks.left = preset.tapMask[2 * s].value_or(masks.left);
+    masks.right = preset.tapMask[2 * s + 1].value_or(masks.right);
+    setTapMasks(slot, masks);
+    setStepFxMask(slot, preset.stepFxMask[s]);
+    for (int row = 0; row < 2; ++row) {
+      setStepModMask(row, slot, preset.stepModMask[static_cast<std::size_t>(row)][s]);
+    }
+    for (auto& driven : slots[s].controls.taps.fxParam) driven = 0;
+  }
+}
+
+void Orvantesco::takeParameters(const PresetFile& preset) {
+  const MigratedValues values = migrated(preset, bank->keys());
+  for (int index = 0; index < kNumParams; ++index) {
+    IParam& param = *GetParam(index);
+    const auto& value = values.byIndex[static_cast<std::size_t>(index)];
+    storeHeld(param, value ? double{*value} : param.defaultValue());
+    OnParamChange(index);
+  }
+  for (int slot = 0; slot < kSlots; ++slot) {
+    if (!values.quietenFeedback[static_cast<std::size_t>(slot)]) continue;
+    IParam& feedback = *GetParam(kFeedback + slot);
+    storeHeld(feedback, feedback.value() * kTappedMixLoss);
+    OnParamChange(kFeedback + slot);
+  }
+}
+
+void Orvantesco::showLoaded() {
+  EditorPort& port = editor();
+  port.closeStepViews();
+  RedrawParamControls();
+  port.showPage(editorState.currentPage);
+  port.refreshStepGrids();
+}
+
+PresetFile Orvantesco::currentPreset() const {
+  PresetFile preset;
+  for (int slot = 0; slot < kSlots; ++slot) {
+    const auto s = static_cast<std::size_t>(slot);
+    const TapControls& taps = slots[s].controls.taps;
+    for (std::size_t k = 0; k < 2; ++k) {
+      preset.tapMask[2 * s + k] = taps.tapMask[k];
+      preset.stepModMask[k][s] = taps.stepModMask[k];
+    }
+    preset.stepFxMask[s] = taps.stepFxMask;
+  }
+  preset.lastPage = editorState.currentPage;
+  preset.values = listedValues(*bank);
+  return preset;
+}
+
+bool Orvantesco::readPresetFile(const std::string& relativePath) {
+  const std::lock_guard one(bulkMutex);
+  presetFilePath = presetRootPath + relativePath;
+  const PresetResult result = readPreset(presetFilePath);
+  if (const auto* error = std::get_if<PresetError>(&result)) {
+    refusePreset(error->kind == PresetError::Kind::noFile ? "NO FILE" : "WRONG FILE");
+    return false;
+  }
+  loadedPreset = std::get<PresetReading>(result).preset;
+  showPreset(relativePath);
+  return true;
+}
+
+void Orvantesco::refusePreset(std::string_view reason) {
+  const std::lock_guard lock(mutex);
+  editorState.presetName = reason;
+  editor().showPresetName(editorState.presetName);
+}
+
+void Orvantesco::applyLoadedPreset() {
+  const std::lock_guard one(bulkMutex);
+  const PresetFile loaded = loadPreset(loadedPreset);
+  if (!isOldPreset(loadedPreset) || !keepBackup(presetFilePath)) return;
+  // A folder that cannot be written keeps its old file, which loads just as well the next time.
+  (void)writeFile(presetFilePath, presetText(loaded));
+}
+
+bool Orvantesco::writePresetFile(const std::string& fullPath, bool rewriteAfterMigration) {
+  if (fullPath.empty()) return false;
+  const std::lock_guard one(bulkMutex);
+  if (rewriteAfterMigration && !keepBackup(fullPath)) return true;
+  return !writeFile(fullPath, presetText(currentPreset())).empty();
+}
+
+bool Orvantesco::keepBackup(const std::string& fullPath) const {
+  return keepPresetBackup(fullPath, presetRootPath).empty();
+}
+
+}  // namespace orvantesco
