@@ -1,0 +1,115 @@
+#include "presets/PresetMenu.h"
+
+#include <cstddef>
+
+#include "presets/PresetFolders.h"
+
+namespace orvantesco {
+namespace {
+
+constexpr int kRootNode = 0;
+
+}  // namespace
+
+PresetMenu::PresetMenu() { clear(); }
+
+void PresetMenu::clear() {
+  clearSelection();
+  menuNodes.assign(1, {"", kUserTree, {}});
+  // Both trees share the root.
+  nodePlaces = {{kUserTree, kRootNode}, {kFactoryTree, kRootNode}};
+  itemPlaces.clear();
+}
+
+void PresetMenu::build(const PresetCatalogue& catalogue) {
+  const std::string selected = selectedPath();
+  clear();
+  if (!catalogue.hasRoot) return;
+  addTree(catalogue, kUserTree, "--  User  Presets  --");
+  addTree(catalogue, kFactoryTree, "--  Factory  Presets  --");
+  selectPath(selected);
+}
+
+void PresetMenu::addTree(const PresetCatalogue& catalogue, const char* tree, const char* heading) {
+  menuNodes[kRootNode].menu.items.push_back({heading, kNoNode, kPopupHeading});
+  for (const PresetFolderContent& content : contentOf(catalogue, tree)) {
+    const int node = addFolder(*content.folder);
+    if (node == kNoNode) continue;
+    std::vector<PopupItem>& items = menuNodes[static_cast<std::size_t>(node)].menu.items;
+    for (const PresetEntry* file : content.files) {
+      itemPlaces.try_emplace(file->relativePath,
+                             PresetMenuPlace{node, static_cast<int>(items.size())});
+      items.push_back({file->name, kNoNode, 0, file->relativePath});
+    }
+  }
+}
+
+/// The node of a folder, made where it has none; `kNoNode` where its parent has none.
+int PresetMenu::addFolder(const PresetEntry& folder) {
+  const int known = nodeOf(folder.relativePath);
+  if (known != kNoNode) return known;
+  const int parent = nodeOf(parentOf(folder.relativePath));
+  if (parent == kNoNode) return kNoNode;
+  const int node = static_cast<int>(menuNodes.size());
+  menuNodes.push_back({folder.name, folder.relativePath, {}});
+  nodePlaces.emplace(folder.relativePath, node);
+  menuNodes[static_cast<std::size_t>(parent)].menu.items.push_back({folder.name, node});
+  return node;
+}
+
+int PresetMenu::nodeOf(std::string_view relativePath) const {
+  const auto found = nodePlaces.find(std::string(relativePath));
+  return found == nodePlaces.end() ? kNoNode : found->second;
+}
+
+PopupItem* PresetMenu::itemAt(PresetMenuPlace place) {
+  if (place.node < 0 || place.node >= static_cast<int>(menuNodes.size())) return nullptr;
+  std::vector<PopupItem>& items = menuNodes[static_cast<std::size_t>(place.node)].menu.items;
+  const bool isThere = place.item >= 0 && place.item < static_cast<int>(items.size());
+  return isThere ? &items[static_cast<std::size_t>(place.item)] : nullptr;
+}
+
+void PresetMenu::clearSelection() {
+  for (PresetMenuNode& node : menuNodes) node.menu.chosenIndex = kNoItem;
+  if (PopupItem* const item = itemAt({currentMenu, selectedIndex})) item->flags &= ~kPopupChecked;
+  currentMenu = kNoNode;
+  selectedIndex = kNoItem;
+}
+
+bool PresetMenu::choose(PresetMenuPlace place) {
+  PopupItem* const item = itemAt(place);
+  if (item == nullptr || !item->isPreset()) return false;
+  clearSelection();
+  item->flags |= kPopupChecked;
+  currentMenu = place.node;
+  selectedIndex = place.item;
+  menuNodes[static_cast<std::size_t>(place.node)].menu.chosenIndex = place.item;
+  return true;
+}
+
+bool PresetMenu::selectPath(std::string_view relativePath) {
+  const auto found = itemPlaces.find(std::string(relativePath));
+  return found != itemPlaces.end() && choose(found->second);
+}
+
+bool PresetMenu::select(const PresetSelection& selection) {
+  const int node = nodeOf(selection.folderPath);
+  if (node == kNoNode) return false;
+  if (choose({node, selection.itemIndex})) return true;
+  clearSelection();
+  currentMenu = node;
+  return true;
+}
+
+PresetSelection PresetMenu::selection() const {
+  if (currentMenu == kNoNode) return {};
+  return {menuNodes[static_cast<std::size_t>(currentMenu)].relativePath, selectedIndex};
+}
+
+std::string PresetMenu::selectedPath() const {
+  if (selectedIndex == kNoItem) return {};
+  const auto& items = menuNodes[static_cast<std::size_t>(currentMenu)].menu.items;
+  return items[static_cast<std::size_t>(selectedIndex)].relativePath;
+}
+
+}  // namespace orvantesco
