@@ -1,0 +1,131 @@
+#include "presets/PresetBrowser.h"
+
+#include <cstdio>
+
+#include "presets/PresetNames.h"
+
+namespace orvantesco {
+
+PresetBrowser::PresetBrowser(PresetLibrary& from, PresetTarget& to, PresetPrompts& person)
+    : library(from), target(to), prompts(person), catalogue(from.catalogue()) {}
+
+void PresetBrowser::buildPresetMenu() {
+  // Taken before the scan: what changes meanwhile is seen at the next action.
+  seenGeneration = library.presetLibraryGeneration();
+  const auto found = library.scan();
+  for (const std::string& path : found->unopened) {
+    std::fprintf(stderr, "could not open directory: %s\n", path.c_str());
+  }
+  {
+    const std::lock_guard lock(mutex);
+    presetMenu.build(*found);
+    catalogue = found;
+  }
+  if (!found->unopened.empty()) target.showMessage(PresetMessage::noPresetsFolder);
+}
+
+void PresetBrowser::followLibrary() {
+  if (library.presetLibraryGeneration() != seenGeneration) buildPresetMenu();
+}
+
+void PresetBrowser::choosePresetFromMenu() {
+  followLibrary();
+  const auto place = prompts.chooseFrom(menu());
+  if (place && choose(*place)) loadSelected();
+}
+
+void PresetBrowser::stepPreset(bool forward) {
+  followLibrary();
+  if (target.presetIsLoading()) return;
+  const std::string path = pathToStepTo(forward);
+  if (!path.empty() && selectPath(path)) loadSelected();
+}
+
+std::string PresetBrowser::pathToStepTo(bool forward) const {
+  const std::lock_guard lock(mutex);
+  const PresetEntry* const entry =
+      stepFrom(catalogue->presetOrder, presetMenu.selectedPath(), forward);
+  return entry == nullptr ? "" : entry->relativePath;
+}
+
+void PresetBrowser::loadSelected() {
+  target.setPresetSelection(selection());
+  loadPresetByPath(selectedPath() + ".txt");
+}
+
+void PresetBrowser::loadPresetByPath(const std::string& relativePath) {
+  if (relativePath.empty()) return;
+  if (target.readPresetFile(relativePath)) {
+    target.applyLoadedPreset();
+  } else {
+    library.raiseGeneration();
+  }
+}
+
+void PresetBrowser::savePresetAs() {
+  PresetSaveQuestion question;
+  question.folder = library.folders().userPresetPath();
+  const auto fullPath = prompts.askForFile(question);
+  if (fullPath) savePreset(*fullPath);
+  prompts.releaseSaveButton();
+}
+
+void PresetBrowser::savePreset(const std::string& fullPath) {
+  const PresetSavePlace place = savePlaceOf(fullPath, library.folders());
+  if (place == PresetSavePlace::factoryTree) {
+    target.showMessage(PresetMessage::factoryFolder);
+  } else if (target.writePresetFile(fullPath)) {
+    target.showMessage(PresetMessage::cannotWrite);
+  } else if (place == PresetSavePlace::elsewhere) {
+    target.showMessage(PresetMessage::notInUserFolder);
+  } else {
+    listSaved(fullPath);
+  }
+}
+
+void PresetBrowser::listSaved(const std::string& fullPath) {
+  const std::string relativePath = relativePresetPath(fullPath, library.folders());
+  const std::string path(withoutExtension(relativePath));
+  target.showPreset(path.substr(path.rfind('/') + 1), presetFolderLabelOf(relativePath));
+  // Other instances scan at their next action, this one at once.
+  library.raiseGeneration();
+  buildPresetMenu();
+  const bool isListed = selectPath(path);
+  target.setPresetSelection(selection());
+  // A spelling that the tree is not known by, on a disk that tells letters' cases apart.
+  if (!isListed) target.showMessage(PresetMessage::notInUserFolder);
+}
+
+void PresetBrowser::openPresetFolder() { prompts.openFolder(library.folders().presetRootPath); }
+
+bool PresetBrowser::choose(PresetMenuPlace place) {
+  const std::lock_guard lock(mutex);
+  return presetMenu.choose(place);
+}
+
+bool PresetBrowser::selectPath(const std::string& relativePath) {
+  const std::lock_guard lock(mutex);
+  return presetMenu.selectPath(relativePath);
+}
+
+bool PresetBrowser::select(const PresetSelection& selection) {
+  const std::lock_guard lock(mutex);
+  return presetMenu.select(selection);
+}
+
+PresetSelection PresetBrowser::selection() const {
+  const std::lock_guard lock(mutex);
+  return presetMenu.selection();
+}
+
+std::string PresetBrowser::selectedPath() const {
+  const std::lock_guard lock(mutex);
+  return presetMenu.selectedPath();
+}
+
+PresetMenu PresetBrowser::menu() const {
+  const std::lock_guard lock(mutex);
+  return presetMenu;
+}
+
+}  // namespace orvantesco

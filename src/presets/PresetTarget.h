@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+#include "presets/HostState.h"
+#include "presets/PresetMessages.h"
+
+namespace orvantesco {
+
+/// What the preset library asks of the effect whose presets it loads and saves. Called on the
+/// thread of the library's action, which holds no lock.
+class PresetTarget {
+ public:
+  virtual ~PresetTarget() = default;
+
+  virtual bool presetIsLoading() const = 0;
+
+  /// Reads a file below the library's root; false where it is no preset, which the target then
+  /// shows, and nothing else changes.
+  virtual bool readPresetFile(const std::string& relativePath) = 0;
+
+  /// Applies what was read.
+  virtual void applyLoadedPreset() = 0;
+
+  /// Writes the present settings whole or not at all; true means failure.
+  virtual bool writePresetFile(const std::string& fullPath) = 0;
+
+  /// Shows the name and the folder of what was saved.
+  virtual void showPreset(const std::string& name, const std::string& folderLabel) = 0;
+
+  /// Keeps what is selected in the menu, for the host's state.
+  virtual void setPresetSelection(const PresetSelection& selection) = 0;
+
+  virtual void showMessage(PresetMessage message) = 0;
+};
+
+}  // namespace orvantesco
