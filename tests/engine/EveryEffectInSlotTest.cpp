@@ -45,7 +45,7 @@ int positionOf(const Place& place) { return fxPosition(static_cast<int>(place.st
 void chooseEffect(EngineRig& rig, const Place& place) {
   const int position = positionOf(place);
   {
-    const auto loading = OrvantescoProbe(rig.effect).loadingPreset();
+    const auto loading = OrvantescoProbe{rig.effect}.loadingPreset();
     rig.set(fxTypeIndex(position), effectListIndex(place.stage, place.typeId));
   }
   for (int k = 0; k < kFxParamCount; ++k) {
