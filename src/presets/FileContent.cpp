@@ -73,10 +73,52 @@ fs::path temporaryFor(const fs::path& target) {
   return target.parent_path() / ("." + base + "." + tail + ".unfinished");
 }
 
-/// Writes the temporary file; the reason of a failure.
-std::string writeTemporary(const fs::path& path, const fs::path& target, std::string_view content) {
+/// A complete file that bears no name of its own yet; without a new one it goes again.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const fs::path& name) : target(name) {}
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() {
+    if (!path.empty()) ::unlink(path.c_str());
+  }
+
+  /// The reason of a failure.
+  std::string write(std::string_view content);
+
+  /// Gives it the name of the target, in place of what bears it.
+  bool replaceTarget() { return named(::rename(path.c_str(), target.c_str()) == 0); }
+
+  /// The same where the name is free; otherwise false with EEXIST.
+  bool becomeTarget();
+
+ private:
+  int open();
+  bool named(bool succeeded) {
+    if (succeeded) path.clear();
+    return succeeded;
+  }
+
+  fs::path target;
+  fs::path path;
+};
+
+/// A process that was ended leaves its file behind, and another one may get its number: such a name
+/// is passed over.
+int TemporaryFile::open() {
   constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-  Descriptor file(::open(path.c_str(), flags, 0666));
+  constexpr int mostNames = 1000;
+  for (int attempt = 0; attempt < mostNames; ++attempt) {
+    const fs::path name = temporaryFor(target);
+    const int opened = ::open(name.c_str(), flags, 0666);
+    if (opened >= 0) path = name;
+    if (opened >= 0 || errno != EEXIST) return opened;
+  }
+  return -1;
+}
+
+std::string TemporaryFile::write(std::string_view content) {
+  Descriptor file(open());
   if (file.get() < 0) return lastFault();
   struct stat before {};
   // A file that only its owner may read stays so.
@@ -84,6 +126,15 @@ std::string writeTemporary(const fs::path& path, const fs::path& target, std::st
   if (!writeAll(file.get(), content)) return lastFault();
   if (::fsync(file.get()) != 0 && errno != EINVAL) return lastFault();
   return file.close() ? std::string() : lastFault();
+}
+
+/// Disks that know no such rename know links.
+bool TemporaryFile::becomeTarget() {
+  if (::renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
+    return named(true);
+  }
+  const bool knowsNoSuchRename = errno == EINVAL || errno == ENOSYS;
+  return knowsNoSuchRename && ::link(path.c_str(), target.c_str()) == 0;
 }
 
 }  // namespace
@@ -115,11 +166,20 @@ std::string writeFile(const std::string& path, std::string_view content) {
     return "is there and no regular file";
   }
   if (kind == fs::file_type::regular && ::access(target.c_str(), W_OK) != 0) return lastFault();
-  const fs::path temporary = temporaryFor(target);
-  std::string fault = writeTemporary(temporary, target, content);
-  if (fault.empty() && ::rename(temporary.c_str(), target.c_str()) != 0) fault = lastFault();
-  if (!fault.empty()) ::unlink(temporary.c_str());
+  TemporaryFile temporary(target);
+  std::string fault = temporary.write(content);
+  if (fault.empty() && !temporary.replaceTarget()) fault = lastFault();
   return fault;
+}
+
+NewFileResult writeNewFile(const std::string& path, std::string_view content) {
+  std::error_code ignored;
+  if (fs::exists(fs::symlink_status(path, ignored))) return {};
+  TemporaryFile temporary{fs::path(path)};
+  const std::string fault = temporary.write(content);
+  if (!fault.empty()) return {false, fault};
+  if (temporary.becomeTarget()) return {true, {}};
+  return {false, errno == EEXIST ? std::string() : lastFault()};
 }
 
 }  // namespace orvantesco

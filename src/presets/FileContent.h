@@ -21,4 +21,14 @@ std::variant<std::string, FileError> readFile(const std::string& path, std::size
 /// refused. Returns the reason of a failure, an empty text for success. Control threads.
 std::string writeFile(const std::string& path, std::string_view content);
 
+/// What became of a file that was to be added.
+struct NewFileResult {
+  bool isWritten = false;
+  std::string fault;  ///< empty too where the name was taken already
+};
+
+/// The same for a name that nothing bears yet: what is there, whatever it is, stays as it is, even
+/// where another process takes the name at the same moment. Control threads.
+NewFileResult writeNewFile(const std::string& path, std::string_view content);
+
 }  // namespace orvantesco

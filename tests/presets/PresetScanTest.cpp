@@ -143,7 +143,7 @@ TEST(PresetScan, AFolderThatMayNotBeReadIsToldAndTheOthersAreListed) {
   PresetTree tree;
   tree.addFile("/User Presets/Open/Slap.txt");
   tree.addFile("/User Presets/Shut/Slap.txt");
-  tree.shut("/User Presets/Shut");
+  tree.setRights("/User Presets/Shut", 0);
   const PresetCatalogue found = [&] {
     const OrdinaryUser user;
     return scan(tree);

@@ -1,15 +1,11 @@
 #pragma once
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "presets/PresetFolders.h"
+#include "support/FolderRig.h"
 
 namespace orvantesco {
 
@@ -17,13 +13,7 @@ namespace orvantesco {
 /// are relative to the library's root.
 class PresetTree {
  public:
-  PresetTree() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "presets-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    top = pattern;
-    std::filesystem::permissions(top, std::filesystem::perms(0755));
-    where = presetFoldersIn(top);
-  }
+  PresetTree() { std::filesystem::permissions(top.path(), std::filesystem::perms(0755)); }
   PresetTree(const PresetTree&) = delete;
   PresetTree& operator=(const PresetTree&) = delete;
   ~PresetTree() {
@@ -31,9 +21,10 @@ class PresetTree {
     for (const std::string& path : changed) {
       std::filesystem::permissions(full(path), std::filesystem::perms(0755), ignored);
     }
-    std::filesystem::remove_all(top, ignored);
   }
 
+  /// The folder for the data of applications.
+  const std::string& data() const { return top.path(); }
   const PresetFolders& folders() const { return where; }
   const std::string& root() const { return where.presetRootPath; }
   std::string full(const std::string& path) const { return root() + path; }
@@ -42,29 +33,28 @@ class PresetTree {
 
   /// Folders on the way are made.
   void addFile(const std::string& path, std::string_view content = "") {
-    std::filesystem::create_directories(std::filesystem::path(full(path)).parent_path());
-    std::ofstream(full(path), std::ios::binary) << content;
+    top.write(relative(path), std::string(content));
   }
 
   void addLink(const std::string& path, const std::string& leadsTo) {
     std::filesystem::create_symlink(leadsTo, full(path));
   }
 
-  /// Takes everybody's rights to a folder away until the end of the test.
-  void shut(const std::string& path) { setRights(path, 0); }
+  /// Rights of everybody until the end of the test.
   void setRights(const std::string& path, unsigned mode) {
     std::filesystem::permissions(full(path), std::filesystem::perms(mode));
     changed.push_back(path);
   }
 
-  std::string content(const std::string& path) const {
-    std::ifstream file(full(path), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  }
+  std::string content(const std::string& path) const { return top.read(relative(path)); }
 
  private:
-  std::string top;
-  PresetFolders where;
+  std::string relative(const std::string& path) const {
+    return full(path).substr(top.path().size() + 1);
+  }
+
+  FolderRig top;
+  PresetFolders where{presetFoldersIn(top.path())};
   std::vector<std::string> changed;
 };
 
