@@ -50,6 +50,7 @@ std::string commonDataFolder() {
 }
 
 PresetFolders presetFoldersIn(const std::string& dataFolder) {
+  if (dataFolder.empty()) return {};
   return {withoutLastSlash(dataFolder) + "/qlm-works/Orvantesco/Presets"};
 }
 

@@ -11,7 +11,7 @@ inline constexpr const char* kFactoryTree = "/Factory Presets/";
 /// Where presets lie. Paths relative to the root begin with "/", use "/" whatever the system
 /// does, and end in "/" for a folder.
 struct PresetFolders {
-  std::string presetRootPath;  ///< holds both trees; has no "/" at its end
+  std::string presetRootPath;  ///< holds both trees; no "/" at its end, empty for no library
 
   std::string userPresetPath() const;     ///< the user's tree, without "/" at its end
   std::string factoryPresetPath() const;  ///< the tree that is shipped, the same
@@ -22,7 +22,7 @@ struct PresetFolders {
 /// changes the environment.
 std::string commonDataFolder();
 
-/// The library below a folder for the data of applications.
+/// The library below a folder for the data of applications; no library for an empty text.
 PresetFolders presetFoldersIn(const std::string& dataFolder);
 
 /// The library of the user who runs the program.

@@ -1,16 +1,11 @@
 #include "presets/PresetSaving.h"
 
-#include <algorithm>
 #include <filesystem>
+
+#include "params/PlainText.h"
 
 namespace orvantesco {
 namespace {
-
-std::string lowered(std::string text) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-  std::transform(text.begin(), text.end(), text.begin(), lower);
-  return text;
-}
 
 std::string plainPath(std::string_view path) {
   return std::filesystem::path(path).lexically_normal().generic_string();
