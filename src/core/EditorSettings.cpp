@@ -42,12 +42,18 @@ void Orvantesco::setColourSet(int set) {
 }
 
 void Orvantesco::showPreset(const std::string& relativePath) {
+  showPreset(presetNameOf(relativePath), presetFolderLabelOf(relativePath));
+}
+
+void Orvantesco::showPreset(const std::string& name, const std::string& folderLabel) {
   const std::lock_guard lock(mutex);
-  editorState.presetName = presetNameOf(relativePath);
-  editorState.presetFolderLabel = presetFolderLabelOf(relativePath);
+  editorState.presetName = name;
+  editorState.presetFolderLabel = folderLabel;
   editor().showPresetName(editorState.presetName);
   editor().showPresetFolder(editorState.presetFolderLabel);
 }
+
+void Orvantesco::showMessage(PresetMessage message) { editor().showMessage(textOf(message)); }
 
 std::string Orvantesco::presetName() {
   const std::lock_guard lock(mutex);

@@ -64,7 +64,7 @@ HostState Orvantesco::stateOutsideTheBank() const {
 
 void Orvantesco::restoreState(const HostState& state) {
   if (state.stateVersion > kStateVersion) {
-    editor().showMessage(textOf(PresetMessage::newerState));
+    showMessage(PresetMessage::newerState);
     return;
   }
   const std::lock_guard one(bulkMutex);

@@ -33,6 +33,7 @@
 #include "host/IPlugAAX.h"
 #include "master/MasterEffectFactory.h"
 #include "presets/PresetMenuPort.h"
+#include "presets/PresetMessages.h"
 #include "presets/PresetReader.h"
 
 namespace orvantesco {
@@ -176,6 +177,13 @@ class Orvantesco : public IPlugAAX {
   /// Name and folder of the preset that the editor shows. `relativePath` is below the presets'
   /// root.
   void showPreset(const std::string& relativePath);
+  void showPreset(const std::string& name, const std::string& folderLabel);
+
+  /// Shows a message about presets to the user.
+  void showMessage(PresetMessage message);
+
+  /// Whether a preset is being applied.
+  bool presetIsLoading() const noexcept { return presetLoading; }
 
   /// Name and folder label as the editor shows them.
   std::string presetName();

@@ -6,6 +6,7 @@
 
 #include "presets/PresetLibrary.h"
 #include "presets/PresetMenu.h"
+#include "presets/PresetMenuPort.h"
 #include "presets/PresetPrompts.h"
 #include "presets/PresetTarget.h"
 
@@ -16,7 +17,7 @@ namespace orvantesco {
 ///
 /// Actions run on the editor's thread, one after the other; `select`, `selection` and `menu` on any
 /// control thread. No lock is held while target or prompts are called.
-class PresetBrowser {
+class PresetBrowser : public PresetMenuPort {
  public:
   /// Library, target and prompts outlive the browser. Reads nothing yet.
   PresetBrowser(PresetLibrary& from, PresetTarget& to, PresetPrompts& person);
@@ -44,7 +45,7 @@ class PresetBrowser {
   void openPresetFolder();
 
   /// Takes a selection over from a host's state; false where the menu has no such folder.
-  bool select(const PresetSelection& selection);
+  bool select(const PresetSelection& selection) override;
   PresetSelection selection() const;
 
   /// A copy of the menu as it stands.

@@ -1,0 +1,36 @@
+#include "core/PresetConnection.h"
+
+namespace orvantesco {
+
+PresetConnection::PresetConnection(Orvantesco& effect, PresetLibrary& library,
+                                   PresetPrompts& prompts)
+    : engine(effect), presetBrowser(library, *this, prompts) {
+  engine.setPresetRoot(library.folders().presetRootPath);
+  engine.setPresetMenu(&presetBrowser);
+}
+
+PresetConnection::~PresetConnection() { engine.setPresetMenu(nullptr); }
+
+bool PresetConnection::presetIsLoading() const { return engine.presetIsLoading(); }
+
+bool PresetConnection::readPresetFile(const std::string& relativePath) {
+  return engine.readPresetFile(relativePath);
+}
+
+void PresetConnection::applyLoadedPreset() { engine.applyLoadedPreset(); }
+
+bool PresetConnection::writePresetFile(const std::string& fullPath) {
+  return engine.writePresetFile(fullPath, false);
+}
+
+void PresetConnection::showPreset(const std::string& name, const std::string& folderLabel) {
+  engine.showPreset(name, folderLabel);
+}
+
+void PresetConnection::setPresetSelection(const PresetSelection& selection) {
+  engine.setPresetSelection(selection);
+}
+
+void PresetConnection::showMessage(PresetMessage message) { engine.showMessage(message); }
+
+}  // namespace orvantesco

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "core/Orvantesco.h"
+#include "presets/PresetBrowser.h"
+
+namespace orvantesco {
+
+/// Joins one effect to a preset library while it lives: the library's actions load into and save
+/// from the effect, and a host's state selects in the library's menu.
+///
+/// Nothing is read before `browser().buildPresetMenu()`, which a plug-in format calls on a thread
+/// that may wait for the disk, so that an effect without a person in front of it needs no folders.
+/// Made and destroyed while the effect loads no preset and restores no state.
+class PresetConnection : private PresetTarget {
+ public:
+  PresetConnection(Orvantesco& effect, PresetLibrary& library, PresetPrompts& prompts);
+  PresetConnection(const PresetConnection&) = delete;
+  PresetConnection& operator=(const PresetConnection&) = delete;
+  ~PresetConnection() override;
+
+  PresetBrowser& browser() noexcept { return presetBrowser; }
+
+ private:
+  bool presetIsLoading() const override;
+  bool readPresetFile(const std::string& relativePath) override;
+  void applyLoadedPreset() override;
+  bool writePresetFile(const std::string& fullPath) override;
+  void showPreset(const std::string& name, const std::string& folderLabel) override;
+  void setPresetSelection(const PresetSelection& selection) override;
+  void showMessage(PresetMessage message) override;
+
+  Orvantesco& engine;
+  PresetBrowser presetBrowser;
+};
+
+}  // namespace orvantesco
