@@ -149,7 +149,7 @@ void Orvantesco::takeParameters(const HostState& state) {
 /// A stored rate is held to the range that its LFO's stored mode gives it.
 void Orvantesco::selectRateForms(const std::vector<double>& values) {
   for (int lfo = 0; lfo < numLfos; ++lfo) {
-    const auto index = static_cast<std::size_t>(kLfoSync + lfo);
+    const auto index = static_cast<std::size_t>(kLfoSync) + static_cast<std::size_t>(lfo);
     const bool inNotes = index < values.size() && std::round(values[index]) >= 1.0;
     bank->setLfoRateInNotes(lfo, inNotes);
   }

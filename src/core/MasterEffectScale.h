@@ -32,8 +32,8 @@ struct MasterFxStyle {
 };
 
 /// Scales knob 0..3 of the master effect at a menu position; `x` is 0..1. Times of pre-delays are
-/// native in samples at 44100 Hz, whatever the rate. At "OFF" and beyond the menu both values are `x`, in
-/// percent where it is shown. Any thread.
+/// native in samples at 44100 Hz, whatever the rate. At "OFF" and beyond the menu both values are
+/// `x`, in percent where it is shown. Any thread.
 MasterFxValue masterFxScale(int menuPosition, int knob, double x) noexcept;
 
 /// Caption, decimals and unit of a knob; an empty caption at "OFF" and beyond the menu.

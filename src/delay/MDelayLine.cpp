@@ -8,9 +8,9 @@ void MDelayLine::reset() noexcept { std::fill_n(begin, length, 0.0F); }
 
 void MDelayLine::setMaxDelay(int samples) {
   const int longest = std::max(samples, 0);
-  storage.resize(static_cast<std::size_t>(longest + kReserve));
   maxDelay = longest;
   length = longest + kReserve;
+  storage.resize(static_cast<std::size_t>(length));
   begin = storage.data();
   end = begin + length;
   writePtr = begin;

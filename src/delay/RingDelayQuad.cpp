@@ -23,7 +23,8 @@ double coefficientOf(double fraction) noexcept { return (1.0 - fraction) / (1.0 
 
 }  // namespace
 
-/// The lines of one read, sorted into those that stand and those that glide.
+/// The lines of one read, sorted into those that stand and those that glide. Filled as far as the
+/// counts say. NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 struct RingDelayQuad::Batch {
   SettledTap settled[kLines];
   MovingTap moving[kLines];

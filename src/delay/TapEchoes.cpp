@@ -1,7 +1,6 @@
 #include "delay/TapEchoes.h"
 
 #include <algorithm>
-#include <span>
 
 #include "delay/TapLanes.h"
 #include "fx/VectorLength.h"
@@ -10,8 +9,13 @@ namespace orvantesco {
 
 namespace {
 
-/// Room for the echoes that do not stand in the ring in one piece.
-using Copies = double[TapEchoes::kMost][kVectorLength];
+/// Where the echoes of one tap are found. Filled before it is read.
+/// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+struct Found {
+  EchoRow rows[TapEchoes::kMost];
+  double copies[TapEchoes::kMost][kVectorLength];  ///< of what the ring holds in two pieces
+  int count;
+};
 
 /// The echoes that sound; the full swell ends in one of gain 0.
 int countSounding(const TapEchoes& echoes, double delay) noexcept {
@@ -26,26 +30,27 @@ int countSounding(const TapEchoes& echoes, double delay) noexcept {
 /// The echoes of one tap lie close together: most often in one written piece of the ring, so that
 /// all of them are found from the place of the first, which lies farthest back.
 bool findInOnePiece(const DelayRing& ring, const TapEchoes& echoes, double delay,
-                    std::span<EchoRow> rows) noexcept {
+                    Found& found) noexcept {
+  const auto count = static_cast<std::size_t>(found.count);
   const int farthest = static_cast<int>(delay - echoes.list[0].back);
-  const int nearest = static_cast<int>(delay - echoes.list[rows.size() - 1].back);
+  const int nearest = static_cast<int>(delay - echoes.list[count - 1].back);
   const int first = ring.wrap(ring.writePosition() - farthest - kVectorLength);
   if (!ring.holds(first, farthest - nearest + kVectorLength)) return false;
   const double* const base = ring.data() + first + farthest;
-  for (std::size_t k = 0; k < rows.size(); ++k) {
+  for (std::size_t k = 0; k < count; ++k) {
     const TapEcho& echo = echoes.list[k];
-    rows[k] = {base - static_cast<int>(delay - echo.back), echo.gain};
+    found.rows[k] = {base - static_cast<int>(delay - echo.back), echo.gain};
   }
   return true;
 }
 
 void findOneByOne(const DelayRing& ring, const TapEchoes& echoes, double delay,
-                  std::span<EchoRow> rows, Copies& copies) noexcept {
+                  Found& found) noexcept {
   const double longest = ring.length() - kVectorLength;
-  for (std::size_t k = 0; k < rows.size(); ++k) {
+  for (std::size_t k = 0; k < static_cast<std::size_t>(found.count); ++k) {
     const TapEcho& echo = echoes.list[k];
     const int back = static_cast<int>(std::min(delay - echo.back, longest));
-    rows[k] = {ring.spanBehind(back, kVectorLength, copies[k]), echo.gain};
+    found.rows[k] = {ring.spanBehind(back, kVectorLength, found.copies[k]), echo.gain};
   }
 }
 
@@ -53,19 +58,16 @@ void findOneByOne(const DelayRing& ring, const TapEchoes& echoes, double delay,
 
 void addEchoes(const DelayRing& ring, const TapEchoes& echoes, double delay,
                double* samples) noexcept {
-  const int count = countSounding(echoes, delay);
-  if (count == 0) return;
-  // Filled before they are read. NOLINTBEGIN(cppcoreguidelines-pro-type-member-init)
-  EchoRow room[TapEchoes::kMost];
-  Copies copies;
-  // NOLINTEND(cppcoreguidelines-pro-type-member-init)
-  const std::span<EchoRow> rows(room, static_cast<std::size_t>(count));
+  // As above. NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+  Found found;
+  found.count = countSounding(echoes, delay);
+  if (found.count == 0) return;
   const double longest = ring.length() - kVectorLength;
   const bool isWithin = delay - echoes.list[0].back <= longest;
-  if (!isWithin || !findInOnePiece(ring, echoes, delay, rows)) {
-    findOneByOne(ring, echoes, delay, rows, copies);
+  if (!isWithin || !findInOnePiece(ring, echoes, delay, found)) {
+    findOneByOne(ring, echoes, delay, found);
   }
-  tapLanesFor(TapEchoes::kMost).addRows(room, count, samples);
+  tapLanesFor(TapEchoes::kMost).addRows(found.rows, found.count, samples);
 }
 
 }  // namespace orvantesco

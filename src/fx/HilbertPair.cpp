@@ -16,6 +16,7 @@ constexpr Coefficients kChainB = {0.0406273, 0.298439, 0.593846, 0.795335,
 
 /// One chain over a vector. The sections are unrolled, so that their memories stay in registers.
 template <int... k>
+// One of the five is there for its type only. NOLINTNEXTLINE(readability-function-size)
 void runChain(std::integer_sequence<int, k...>, const Coefficients& c, Lanes* memory,
               const double* in, double* out) noexcept {
   Lanes s[] = {memory[k]...};

@@ -33,7 +33,7 @@ class SectionChain {
 
   void flushDenormals() noexcept;
 
-  alignas(IirState) unsigned char storage[sizeof(IirState) + kGroups * sizeof(IirBiquadGroup)];
+  alignas(IirState) unsigned char storage[sizeof(IirState) + kGroups * sizeof(IirBiquadGroup)] = {};
   IirState* state = nullptr;
 };
 

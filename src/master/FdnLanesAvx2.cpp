@@ -53,6 +53,7 @@ struct Avx2Lanes {
   }
 
   /// Both halves at once: four rows of four become four columns of four.
+  /// Four registers in, an array out. NOLINTNEXTLINE(readability-function-size)
   [[gnu::always_inline]] static void turn(__m256 a, __m256 b, __m256 c, __m256 d,
                                           Floats* turned) noexcept {
     const __m256 lowAb = _mm256_unpacklo_ps(a, b);
