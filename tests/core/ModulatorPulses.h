@@ -17,7 +17,7 @@ inline void startPulses(ModulatorRig& rig) {
     rig.set(kEnvMode + e, 1);
     rig.set(kEnvSource + e, 1 + e);
     rig.set(kEnvThreshold + e, -40);
-    rig.set(kEnvAttack + e, 1);
+    rig.set(kEnvAttack + e, 5);
     rig.set(kEnvDecay + e, 5);
   }
 }

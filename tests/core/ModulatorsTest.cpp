@@ -254,6 +254,68 @@ TEST(Modulators, listeningBringsTheEnvelopesBandToBothOutputs) {
   EXPECT_NEAR(peak, 0.1, 0.02);
 }
 
+TEST(Modulators, onlyTheEnvelopeThatIsListenedToIsHeard) {
+  ModulatorRig rig;
+  for (int e = 0; e < 2; ++e) {
+    rig.set(kEnvOn + e, 1);
+    rig.set(kEnvSource + e, 1 + e);
+  }
+  rig.warmUp();
+  rig.effect.listenToEnvelope(0);
+  double left = 0.0;
+  for (int i = 0; i < 100; ++i) {
+    for (std::size_t k = 0; k < rig.vector.size(); ++k) {
+      rig.vector.left[k] = 0.1 * std::sin(0.2 * static_cast<double>(k));
+      rig.vector.right[k] = 0.0;
+    }
+    rig.block(rig.vector, 0, kVectorLength);
+    for (double sample : rig.vector.right) left = std::max(left, std::fabs(sample));
+  }
+  EXPECT_GT(left, 0.05) << "the first envelope hears the left input, the second silence";
+}
+
+/// What the modulators of an engine give once its rate has become 96000 Hz.
+ModulatorOutputs afterChangeOfRate(double rateBefore) {
+  ModulatorRig rig(EngineRig::seeded(), rateBefore);
+  rig.ramp(0, 3.0);
+  rig.set(kLfoTrigger, 1);
+  rig.set(kLfoGlide, 60);
+  rig.hold(0, 1.0);
+  rig.set(kGateGlide, 90);
+  rig.set(kEnvOn, 1);
+  rig.set(kEnvSource, 1);
+  rig.set(kEnvOn + 1, 1);
+  rig.set(kEnvSource + 1, 1);
+  rig.set(kEnvMode + 1, 1);
+  rig.set(kEnvThreshold + 1, -90);
+  rig.set(kEnvAttack + 1, 300);
+  rig.add(3, kGate1, kSourceOff);
+  rig.set(kLogicSmooth + 3, 80);
+  rig.host.setRunning(true);
+  if (rateBefore != 96000.0) {
+    for (int i = 0; i < 300; ++i) rig.step(0.5, 0.5);
+    rig.host.setSampleRate(96000.0);
+  }
+  rig.host.locate(0.99999);
+  rig.step();
+  for (int i = 0; i < 20; ++i) rig.step();
+  return rig.effect.modulatorOutputs();
+}
+
+TEST(Modulators, beginAnewAtAnotherRateAsIfBuiltAtIt) {
+  const ModulatorOutputs moved = afterChangeOfRate(48000.0);
+  const ModulatorOutputs fresh = afterChangeOfRate(96000.0);
+  for (std::size_t k = 0; k < moved.gate[0].size(); ++k) {
+    ASSERT_NEAR(moved.lfo[0][k], fresh.lfo[0][k], 1e-12) << "LFO";
+    ASSERT_NEAR(moved.gate[0][k], fresh.gate[0][k], 1e-12) << "gate";
+    ASSERT_NEAR(moved.envelope[0][k], fresh.envelope[0][k], 1e-12) << "follower";
+    ASSERT_NEAR(moved.envelope[1][k], fresh.envelope[1][k], 1e-12) << "gate of an envelope";
+    ASSERT_NEAR(moved.logic[3][k], fresh.logic[3][k], 1e-12) << "logic unit";
+  }
+  EXPECT_GT(fresh.gate[0][31], 0.1);
+  EXPECT_LT(fresh.gate[0][31], 0.9);
+}
+
 TEST(Modulators, drawTheSameWithTheSameSeedAndOthersWithout) {
   const auto levels = [](std::uint32_t seed) {
     OrvantescoOptions options;

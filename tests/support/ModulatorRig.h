@@ -4,6 +4,7 @@
 
 #include "EngineRig.h"
 #include "OrvantescoProbe.h"
+#include "fx/RateValues.h"
 #include "params/ParamIndex.h"
 
 namespace orvantesco {
@@ -28,7 +29,7 @@ struct ModulatorRig : EngineRig {
   StereoBuffer vector{kVectorLength};
 
   explicit ModulatorRig(OrvantescoOptions options = seeded(), double rate = 48000.0)
-      : EngineRig(rate, options) {
+      : EngineRig(inForce(rate), options) {
     host.setTempo(120.0);
   }
 
@@ -65,6 +66,13 @@ struct ModulatorRig : EngineRig {
     set(kGatePol + gate, kBipolar);
     set(kGateLength + gate, 1);
     set(kGateStep + gate * 16, 50.0 * (value + 1.0));
+  }
+
+ private:
+  /// The rate is the process's: blocks that a test builds beside the engine take it too.
+  static double inForce(double rate) {
+    setRateValues(rate);
+    return rate;
   }
 };
 
