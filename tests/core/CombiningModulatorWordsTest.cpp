@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/ModulatorPulses.h"
+#include "fx/RateValues.h"
 #include "support/ModulatorRig.h"
 
 namespace orvantesco {
@@ -42,6 +43,7 @@ TEST(CombiningModulatorWords, ofAnEnvelopeArriveInIt) {
     for (bool follower : {true, false}) {
       ModulatorRig rig;
       setEnvelope(rig, number, follower);
+      setRateValues(48000.0);  // the rig's first block brings its rate; the twin is built before
       Envelope twin;
       setTwin(twin, follower);
       AudioVector expected{};
