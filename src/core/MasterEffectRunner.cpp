@@ -2,6 +2,7 @@
 
 #include "core/MasterEffectScale.h"
 #include "core/Orvantesco.h"
+#include "fx/Runaway.h"
 #include "master/MasterEffectFactory.h"
 
 namespace orvantesco {
@@ -41,6 +42,8 @@ void Orvantesco::runMasterEffect() noexcept {
   double* left = buses.masterSend.left.data();
   double* right = buses.masterSend.right.data();
   effect->process(left, right, nullptr, nullptr);
+  // A bypassed effect passes what a circle of slots has driven up, and its return is kept for them.
+  if (!isSaneVector(left) || !isSaneVector(right)) buses.masterSend = {};
   buses.masterReturn = buses.masterSend;
   const double level = globals.masterFxLevel;
   vecAddProductConst(left, level, buses.wet.left.data(), kVectorLength);
