@@ -32,6 +32,16 @@ void clear(StereoVector& vector) noexcept { vector = {}; }
 
 constexpr double kLongestOffsetSeconds = 0.025;
 
+/// Sources and values that `bits` asks for.
+void giveSettings(EffectInstances& instances, const EffectContext& context,
+                  unsigned bits) noexcept {
+  for (int k = 0; k < kEffectParams; ++k) {
+    // The value last, so that a control whose source has gone takes its knob's value.
+    if (bits & (kTakeEffectSource << k)) giveEffectSource(instances, context, k);
+    if (bits & (kTakeEffectParam << k)) giveEffectParam(instances, context, k);
+  }
+}
+
 }  // namespace
 
 void Orvantesco::carryOutRequests() noexcept {
@@ -107,19 +117,16 @@ void Orvantesco::carryOutEffectRequests(int index) noexcept {
   EffectInstances& instances = *position.running;
   // Built for another rate than the one that has come into force meanwhile.
   if (isNew && instances.builtAtRate != engineRate()) renewInstances(instances);
-  if (isNew || (bits & kTakeEffectSwitch)) {
-    // The switch and the bypass move together: a bypassed effect that ran would leave old samples.
-    position.switchedOn = position.on;
-    giveEffectSwitch(instances, position.switchedOn);
+  if (bits != 0) {
+    const SlotControls& controls = slots[static_cast<std::size_t>(index % kSlots)].controls;
+    giveSettings(instances, {position, controls, index / kSlots == kStagePO}, bits);
   }
-  if (bits == 0) return;
-  const EffectContext context{position, slots[static_cast<std::size_t>(index % kSlots)].controls,
-                              index / kSlots == kStagePO};
-  for (int k = 0; k < kEffectParams; ++k) {
-    // The value last, so that a control whose source has gone takes its knob's value.
-    if (bits & (kTakeEffectSource << k)) giveEffectSource(instances, context, k);
-    if (bits & (kTakeEffectParam << k)) giveEffectParam(instances, context, k);
-  }
+  if (!isNew && !(bits & kTakeEffectSwitch)) return;
+  // The switch comes last, as when one turns the knobs of an effect and then switches it on: its
+  // reset has the last word, so that a sound does not depend on when its knobs arrived. It moves
+  // together with the bypass: a bypassed effect that ran would leave old samples.
+  position.switchedOn = position.on;
+  giveEffectSwitch(instances, position.switchedOn);
 }
 
 }  // namespace orvantesco

@@ -40,6 +40,14 @@ struct OrvantescoProbe {
   /// The audio thread's work at the start of a sub-block; no audio may run.
   void carryOutRequests() const { effect.carryOutRequests(); }
 
+  /// One vector through the effect of a position, as the slots run it; no audio may run.
+  void runEffect(const StereoPointers& in, const StereoPointers& out, int number, int index) const {
+    effect.runEffect(in, out, position(number), index);
+  }
+  void runEffectInPlace(double* left, double* right, int number, int index) const {
+    effect.runEffectInPlace(left, right, position(number), index);
+  }
+
   /// The last step of a sub-block; no audio may run.
   void updateModulators() const { effect.updateModulators(); }
 
