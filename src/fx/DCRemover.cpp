@@ -34,10 +34,12 @@ inline void fourSamples(const double* in, double* out, double& x, double& y) noe
 void DCRemover::reset() noexcept {
   DSPShell::reset();
   xPrevious = yPrevious = 0.0;
+  isFresh = true;
 }
 
 void DCRemover::run(const double* in, double* out, int n) noexcept {
-  double x = xPrevious;
+  double x = isFresh && start == Start::fromFirstSample ? in[0] : xPrevious;
+  isFresh = false;
   double y = yPrevious;
   int i = 0;
   for (; i + 4 <= n; i += 4) fourSamples(in + i, out + i, x, y);

@@ -11,6 +11,14 @@ class DCRemover : public DSPShell {
  public:
   using DSPShell::process;
 
+  /// What stands before the first sample of all, and before the first one behind a reset.
+  enum class Start {
+    fromZero,         ///< silence: a signal with an offset begins with its whole step
+    fromFirstSample,  ///< that sample itself: a constant is gone from the start
+  };
+
+  explicit DCRemover(Start firstStep = Start::fromZero) noexcept : start(firstStep) {}
+
   void reset() noexcept override;
   void processBlock() noexcept override;
 
@@ -24,6 +32,8 @@ class DCRemover : public DSPShell {
   void run(const double* in, double* out, int n) noexcept;
   void dropRunaway(double* buffer, int n) noexcept;
 
+  Start start;
+  bool isFresh = true;  ///< nothing has come in yet
   double xPrevious = 0.0;
   double yPrevious = 0.0;
 };

@@ -87,6 +87,8 @@ void Shaper::prepare() noexcept {
   filter.prepare();
 }
 
+void Shaper::onStateCleared() noexcept { waves.clearAll(); }
+
 void Shaper::dropCurveState() noexcept {
   controls.clear();
   waves.clearAll();

@@ -29,7 +29,7 @@ class Shaper : public DSPShell {
   /// A `FilterMode`; `kFilterOff` takes the filter out.
   void setFilterMode(int newMode) noexcept;
 
-  /// The memory of the curves survives: it is one sample long.
+  /// The memory of the curves survives: it is one sample long. `clearState` drops it too.
   void reset() noexcept override;
   void setParam(int index, double value) noexcept override;
   void modSourceChanged(int index, const double* source) noexcept override;
@@ -38,6 +38,8 @@ class Shaper : public DSPShell {
   void prepare() noexcept override;
   void rateChanged() noexcept override;
   void clearMemories() noexcept override;
+  /// Drops what the curves remember.
+  void onStateCleared() noexcept override;
 
  private:
   int filterControlOf(int index) const noexcept;
@@ -66,7 +68,9 @@ class Shaper : public DSPShell {
 
   IppBiquad filter;
   WaveFunctions waves;
-  DCRemover offsetRemover;
+  /// Takes the curve's value of silence for its start: from 0 on, every reset of a shape that makes
+  /// 1 of silence would be a thump at full scale.
+  DCRemover offsetRemover{DCRemover::Start::fromFirstSample};
 };
 
 }  // namespace orvantesco

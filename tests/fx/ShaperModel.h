@@ -213,6 +213,8 @@ class ShaperModel {
   }
 
   double withoutOffset(double x) {
+    if (!offsetHasStarted) offsetBefore = x;
+    offsetHasStarted = true;
     offsetState = 0.9999 * offsetState + x - offsetBefore;
     offsetBefore = x;
     return offsetState;
@@ -277,6 +279,7 @@ class ShaperModel {
   double firstAmount = 0.0;
   double xBefore = 0.0, tBefore = 0.0;
   double offsetBefore = 0.0, offsetState = 0.0;
+  bool offsetHasStarted = false;
   double phase = 0.0, hold = 0.0;
   int sample = 0;
 };
