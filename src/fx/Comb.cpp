@@ -90,6 +90,12 @@ void Comb::reset() noexcept {
   highpass.reset();
 }
 
+void Comb::prepare() noexcept {
+  DSPShell::prepare();
+  lowpass.prepare();
+  highpass.prepare();
+}
+
 void Comb::rateChanged() noexcept {
   DSPShell::rateChanged();
   delay.rateChanged();

@@ -30,6 +30,7 @@ class Comb : public SimpleOSC, public DSPShell {
   void modSourceChanged(int index, const double* source) noexcept override;
   void reset() noexcept override;
   void processBlock() noexcept override;
+  void prepare() noexcept override;
   void rateChanged() noexcept override;
   void clearMemories() noexcept override;
 

@@ -49,6 +49,15 @@ void LPHP::rateChanged() noexcept {
   driveShaper.rateChanged();
 }
 
+void LPHP::onStateCleared() noexcept { driveShaper.clearState(); }
+
+void LPHP::prepare() noexcept {
+  DSPShell::prepare();
+  lowpass.prepare();
+  highpass.prepare();
+  driveShaper.prepare();
+}
+
 void LPHP::clearMemories() noexcept {
   DSPShell::clearMemories();
   lowpass.clearMemories();

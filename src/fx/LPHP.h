@@ -30,6 +30,7 @@ class LPHP : public DSPShell {
 
   /// Takes a `PairMode`, held within its range. A change of slope clears the filters.
   void setSecondary(int pairMode) noexcept override;
+  /// Clears the filters. The drive stage goes on from its last sample.
   void reset() noexcept override;
   void setParam(int index, double value) noexcept override;
   void modSourceChanged(int index, const double* source) noexcept override;
@@ -37,6 +38,9 @@ class LPHP : public DSPShell {
   void processBlock() noexcept override;
   void rateChanged() noexcept override;
   void clearMemories() noexcept override;
+  /// Drops the one sample that the drive stage remembers.
+  void onStateCleared() noexcept override;
+  void prepare() noexcept override;
 
  protected:
   LPHP(bool isRight, bool hasDrive);

@@ -29,6 +29,17 @@ void LPHP_ST::clearMemories() noexcept {
   right.clearMemories();
 }
 
+void LPHP_ST::onStateCleared() noexcept {
+  left.clearState();
+  right.clearState();
+}
+
+void LPHP_ST::prepare() noexcept {
+  DSPShell::prepare();
+  left.prepare();
+  right.prepare();
+}
+
 void LPHP_ST::processBlock() noexcept {
   if (output != input) std::copy_n(input, blockSize, output);
   if (output2 != input2) std::copy_n(input2, blockSize, output2);

@@ -15,6 +15,8 @@ class LPHP_ST : public DSPShell {
   void processBlock() noexcept override;
   void rateChanged() noexcept override;
   void clearMemories() noexcept override;
+  void onStateCleared() noexcept override;
+  void prepare() noexcept override;
 
  private:
   LPHP left;

@@ -50,8 +50,7 @@ void Lofi::rateChanged() noexcept {
   random.seed(firstSeed);
 }
 
-void Lofi::clearMemories() noexcept {
-  DSPShell::clearMemories();
+void Lofi::onStateCleared() noexcept {
   noiseLevelSmoother.snap(0.0);
   holder.clear();
 }

@@ -23,8 +23,8 @@ class Lofi : public DSPShell {
   void setParam(int index, double value) noexcept override;
   void processBlock() noexcept override;
   void rateChanged() noexcept override;
-  /// What the hold keeps survives `reset`, and falls here.
-  void clearMemories() noexcept override;
+  /// Drops what `reset` keeps: the held sample and the level of the noise.
+  void onStateCleared() noexcept override;
 
  private:
   double modulated(int index, double base) const noexcept;
