@@ -4,8 +4,10 @@
 
 #include "cli/Message.h"
 #include "cli/ParamsCommand.h"
+#include "cli/PresetCommand.h"
 #include "cli/RenderCommand.h"
 #include "cli/ScopeCommand.h"
+#include "cli/StateCommand.h"
 
 namespace orvantesco::cli {
 namespace {
@@ -14,6 +16,8 @@ constexpr const char* examples =
     "Examples:\n"
     "  orvantesco render voice.wav -o echo.wav --set \"Delay TimeL 1=350\"\n"
     "  orvantesco scope -o swing.png --set \"LFO On 1=ON\"\n"
+    "  orvantesco preset show Slap.txt\n"
+    "  orvantesco state show session.state --json\n"
     "  orvantesco params --match \"Delay Time\"\n"
     "  orvantesco render --help\n";
 
@@ -43,6 +47,8 @@ ExitCode runProgram(int argc, const char* const* argv) {
   program.require_subcommand(1);
   const RenderCommand render(program);
   const ScopeCommand scope(program);
+  const PresetCommand preset(program);
+  const StateCommand state(program);
   const ParamsCall params(program);
   try {
     program.parse(argc, argv);
@@ -56,6 +62,8 @@ ExitCode runProgram(int argc, const char* const* argv) {
     throw badCall(fault.what());
   }
   if (render.wasCalled()) return render.run();
+  if (preset.wasCalled()) return preset.run();
+  if (state.wasCalled()) return state.run();
   return scope.wasCalled() ? scope.run() : params.run();
 }
 

@@ -73,12 +73,22 @@ void RenderArguments::addTo(CLI::App& command) {
 
 void RenderArguments::addPlaying(CLI::App& command) {
   addTransport(command);
-  addTaps(command);
+  addSettings(command);
   const auto option = [&command](const char* name, std::string& text, const char* help) {
     return command.add_option(name, text, help);
   };
   option("--automation", automationFile, "CSV lines seconds,NAME,VALUE")->type_name("FILE");
   option("--sidechain", sideChainFile, "third input, of the same rate as INPUT")->type_name("FILE");
+  option("--block", block, "frames per host block, or random:SEED")->capture_default_str();
+  option("--tail", tail, "seconds of silence after the input, or auto")->capture_default_str();
+  option("--warm-up", warmUp, "seconds of silence before the input")->capture_default_str();
+}
+
+void RenderArguments::addSettings(CLI::App& command) {
+  command.add_option("--state", stateFile, "state block of a host, applied first")
+      ->type_name("FILE");
+  command.add_option("--preset", preset, "preset file, or the name of a preset in the library")
+      ->type_name("FILE|NAME");
   command
       .add_option("--set", assignments,
                   "a parameter, as the user sets it in the editor; repeatable")
@@ -86,10 +96,8 @@ void RenderArguments::addPlaying(CLI::App& command) {
       ->allow_extra_args(false)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->type_name("NAME=VALUE");
-  option("--block", block, "frames per host block, or random:SEED")->capture_default_str();
-  option("--tail", tail, "seconds of silence after the input, or auto")->capture_default_str();
-  option("--warm-up", warmUp, "seconds of silence before the input")->capture_default_str();
-  option("--seed", seed, "seed of every random source")->capture_default_str();
+  addTaps(command);
+  command.add_option("--seed", seed, "seed of every random source")->capture_default_str();
 }
 
 void RenderArguments::addFiles(CLI::App& command) {
@@ -134,6 +142,8 @@ void RenderArguments::addTaps(CLI::App& command) {
 
 RenderSettings RenderArguments::settings() const {
   RenderSettings result;
+  result.stateFile = stateFile;
+  result.preset = preset;
   result.assignments = assignments;
   result.automationFile = automationFile;
   result.sideChainFile = sideChainFile;

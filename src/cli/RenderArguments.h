@@ -25,6 +25,9 @@ class RenderArguments {
   /// Declares only what shapes the sound, for a command that plays without writing audio.
   void addPlaying(CLI::App& command);
 
+  /// Declares only what settings are made of, for a command that plays nothing.
+  void addSettings(CLI::App& command);
+
   /// What these options mean. Throws a `Failure` for a value that an option does not take.
   RenderSettings settings() const;
 
@@ -37,6 +40,8 @@ class RenderArguments {
   std::string output;
   std::string outputFolder;
   std::string workers;
+  std::string stateFile;
+  std::string preset;
   std::vector<std::string> assignments;
   TapOptionTexts taps;
   std::string automationFile;

@@ -31,6 +31,8 @@ struct TailSettings {
 
 /// What is the same for every input of a call.
 struct RenderSettings {
+  std::string stateFile;                 ///< a host's state block, empty for none
+  std::string preset;                    ///< a preset file, empty for none
   std::vector<std::string> assignments;  ///< "NAME=VALUE", in order
   std::string automationFile;            ///< empty for none
   std::string sideChainFile;             ///< empty for none

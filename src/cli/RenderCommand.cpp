@@ -49,7 +49,7 @@ ExitCode renderSingle(const RenderCall& call) {
 ExitCode rehearse(const RenderCall& call) {
   const auto check = [&call](std::size_t) {
     RenderEngine engine({AudioReader::lowestRateHz, 2, false}, call.settings);
-    engine.setAsUser(call.settings.assignments);
+    engine.apply(call.settings);
     const std::string& automation = call.settings.automationFile;
     if (!automation.empty()) {
       readAutomationFile(automation, engine.bank(), AudioReader::lowestRateHz);

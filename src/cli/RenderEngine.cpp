@@ -5,6 +5,9 @@
 #include <cmath>
 
 #include "cli/BlockLengths.h"
+#include "cli/Failure.h"
+#include "cli/PresetSource.h"
+#include "cli/StateFile.h"
 #include "fx/EffectCatalogue.h"
 #include "fx/EffectFactory.h"
 #include "params/ParamIndex.h"
@@ -61,8 +64,24 @@ void RenderEngine::automate(const ParameterSetting& setting) {
   effect.OnParamChange(setting.index);
 }
 
-void RenderEngine::setAsUser(const std::vector<std::string>& assignments) {
-  for (const std::string& text : assignments) setAsUser(parseAssignment(bank(), text));
+void RenderEngine::apply(const RenderSettings& settings) {
+  if (!settings.stateFile.empty()) effect.restoreState(readStateFile(settings.stateFile));
+  if (!settings.preset.empty()) loadPreset(settings.preset);
+  for (const std::string& text : settings.assignments) setAsUser(parseAssignment(bank(), text));
+  setTaps(settings.taps);
+}
+
+void RenderEngine::loadPreset(const std::string& preset) {
+  const PresetSource source = readPresetArgument(preset);
+  presetNotes = problemLines(source);
+  effect.applyPreset(source.reading.preset);
+  effect.showPreset(source.path);
+}
+
+StateChunk RenderEngine::stateBlock() {
+  StateChunk chunk;
+  if (!effect.SerializeState(chunk)) throw workFailed("state: there is not enough memory");
+  return chunk;
 }
 
 void RenderEngine::setTaps(const TapSettings& taps) {

@@ -8,6 +8,7 @@
 #include "cli/RenderCall.h"
 #include "core/Orvantesco.h"
 #include "host/OfflineHost.h"
+#include "presets/StateChunk.h"
 
 namespace orvantesco::cli {
 
@@ -28,11 +29,17 @@ class RenderEngine {
   void setAsUser(const ParameterSetting& setting);
   void automate(const ParameterSetting& setting);
 
-  /// Applies "NAME=VALUE" texts in order, each as a gesture.
-  void setAsUser(const std::vector<std::string>& assignments);
+  /// Brings what a call asks for: the state, the preset on top of it, every "NAME=VALUE" in order,
+  /// each as a gesture, and the masks of the taps. Throws the `Failure` of a file or value that is
+  /// not taken.
+  void apply(const RenderSettings& settings);
 
-  /// Sets the masks of the taps.
-  void setTaps(const TapSettings& taps);
+  /// What a user should read about the preset that was applied, each as one line.
+  const std::vector<std::string>& presetWarnings() const noexcept { return presetNotes; }
+
+  /// Everything, as a host would save it, and as a preset file.
+  StateChunk stateBlock();
+  PresetFile preset() const { return effect.currentPreset(); }
 
   /// Effects that were chosen but that this build cannot make, as "NAME at PARAMETER".
   std::vector<std::string> missingEffects() const;
@@ -53,10 +60,14 @@ class RenderEngine {
   double longestDelaySeconds() const { return effect.longestDelayInUse(); }
 
  private:
+  void setTaps(const TapSettings& taps);
+  void loadPreset(const std::string& preset);
+
   const TransportSettings transport;
   OfflineHost host;
   GestureEditor editor;
   Orvantesco effect;
+  std::vector<std::string> presetNotes;
 };
 
 }  // namespace orvantesco::cli

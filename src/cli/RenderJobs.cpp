@@ -57,18 +57,20 @@ std::vector<RenderJob> pairInputsWithOutputs(const std::vector<std::string>& inp
   return jobs;
 }
 
-void protectInputs(const RenderCall& call) {
-  std::vector<std::string> read{call.settings.automationFile, call.settings.sideChainFile};
-  for (const RenderJob& job : call.jobs) read.push_back(job.input);
-  for (const RenderJob& job : call.jobs) {
-    for (const std::string& input : read) {
-      if (!areSameFile(job.output, input)) continue;
-      throw badCall(
-          fmt::format("{}: is read by this call and would be overwritten, expected "
-                      "another output",
-                      job.output));
-    }
+void protectInputs(const std::string& output, const std::vector<std::string>& inputs) {
+  for (const std::string& input : inputs) {
+    if (!areSameFile(output, input)) continue;
+    throw badCall(fmt::format(
+        "{}: is read by this call and would be overwritten, expected another output", output));
   }
+}
+
+void protectInputs(const RenderCall& call) {
+  const RenderSettings& settings = call.settings;
+  std::vector<std::string> read{settings.automationFile, settings.sideChainFile, settings.stateFile,
+                                settings.preset};
+  for (const RenderJob& job : call.jobs) read.push_back(job.input);
+  for (const RenderJob& job : call.jobs) protectInputs(job.output, read);
 }
 
 void makeOutputFolder(const std::string& folder) {

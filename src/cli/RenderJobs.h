@@ -20,6 +20,7 @@ std::vector<RenderJob> pairInputsWithOutputs(const std::vector<std::string>& inp
 
 /// Throws a `Failure` where an output is one of the files that the call reads.
 void protectInputs(const RenderCall& call);
+void protectInputs(const std::string& output, const std::vector<std::string>& inputs);
 
 /// Makes the folder of the outputs if it is not there.
 void makeOutputFolder(const std::string& folder);

@@ -31,8 +31,7 @@ Renderer::Renderer(const RenderSettings& renderSettings, const RenderJob& render
       sideChain(openSideChain()),
       engine({input.sampleRate(), input.channels(), sideChain != nullptr}, settings),
       lengths(settings.blocks) {
-  engine.setAsUser(settings.assignments);
-  engine.setTaps(settings.taps);
+  engine.apply(settings);
   if (!settings.automationFile.empty()) {
     events = readAutomationFile(settings.automationFile, engine.bank(), input.sampleRate());
   }
@@ -172,7 +171,7 @@ void Renderer::renderAndWrite(int frames) {
 }
 
 std::vector<std::string> Renderer::warnings() const {
-  std::vector<std::string> lines;
+  std::vector<std::string> lines = engine.presetWarnings();
   const auto countNonFinite = [&lines](const std::string& path, std::int64_t samples) {
     if (samples == 0) return;
     lines.push_back(

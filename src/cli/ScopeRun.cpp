@@ -28,8 +28,7 @@ ScopeRun::ScopeRun(const ScopeCall& scopeCall)
       sideChain(openSideChain()),
       engine({sampleRate(), input ? input->channels() : 2, sideChain != nullptr}, call.settings),
       frames(framesToWatch()) {
-  engine.setAsUser(call.settings.assignments);
-  engine.setTaps(call.settings.taps);
+  engine.apply(call.settings);
   if (!call.settings.automationFile.empty()) {
     events = readAutomationFile(call.settings.automationFile, engine.bank(), sampleRate());
   }

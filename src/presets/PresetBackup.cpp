@@ -41,7 +41,8 @@ std::string keepPresetBackup(const std::string& path, const std::string& root) {
   if (const auto* error = std::get_if<FileError>(&content)) return error->message;
   const std::string place = presetBackupPath(path, root);
   std::error_code error;
-  fs::create_directories(fs::path(place).parent_path(), error);
+  const fs::path folder = fs::path(place).parent_path();
+  if (!folder.empty()) fs::create_directories(folder, error);
   if (error) return error.message();
   for (int copy = 0; copy < kMostCopies; ++copy) {
     const std::string name = numbered(place, copy);

@@ -79,19 +79,20 @@ float today(int version, int index, float v) noexcept {
 class ValueList {
  public:
   explicit ValueList(const std::vector<PresetValue>& values) {
-    for (const PresetValue& value : values) byKey[value.key].push_back(value.value);
+    for (const PresetValue& value : values) byKey[value.key].push_back(&value);
   }
 
-  std::optional<float> take(std::string_view key) {
+  /// Null where there is none left.
+  const PresetValue* take(std::string_view key) {
     const auto found = byKey.find(key);
-    if (found == byKey.end() || found->second.empty()) return std::nullopt;
-    const auto value = static_cast<float>(found->second.front());
+    if (found == byKey.end() || found->second.empty()) return nullptr;
+    const PresetValue* value = found->second.front();
     found->second.pop_front();
     return value;
   }
 
  private:
-  std::unordered_map<std::string_view, std::list<double>> byKey;
+  std::unordered_map<std::string_view, std::list<const PresetValue*>> byKey;
 };
 
 bool holds(const MigratedValues& values, int index, float wanted) {
@@ -104,8 +105,11 @@ MigratedValues migrated(const PresetFile& preset, const ParamKeys& keys) {
   ValueList listed(preset.values);
   MigratedValues values;
   for (int index = 0; const std::string& key : keys) {
-    const auto value = listed.take(key);
-    values.byIndex.push_back(value ? std::optional(today(preset.version, index, *value)) : value);
+    std::optional<float> value;
+    const PresetValue* line = listed.take(key);
+    if (line != nullptr) value = today(preset.version, index, static_cast<float>(line->value));
+    values.byIndex.push_back(value);
+    values.lineByIndex.push_back(line != nullptr ? line->line : 0);
     ++index;
   }
   if (preset.version >= kQuietTappedMix) return values;

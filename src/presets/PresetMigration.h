@@ -13,6 +13,7 @@ namespace orvantesco {
 /// to the parameters' ranges; what is no number stands for the lowest value.
 struct MigratedValues {
   std::vector<std::optional<float>> byIndex;  ///< `kNumParams` long; nothing means the default
+  std::vector<int> lineByIndex;  ///< of the file from which the value comes, 0 for none
   /// Slots whose feedback a tapped delay on the route "MIX" of an old preset needs quietened: it
   /// is multiplied by `kTappedMixLoss` when all parameters stand, or its default is.
   std::array<bool, 4> quietenFeedback{};

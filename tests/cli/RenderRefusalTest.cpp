@@ -52,10 +52,17 @@ TEST_F(RenderRefusal, NamesTheOptionWhoseValueIsNone) {
 }
 
 TEST_F(RenderRefusal, KnowsNoOptionThatItHasNoEngineFor) {
-  for (const char* option : {"--preset", "--state", "--taps", "--step-fx", "--step-mod"}) {
+  for (const char* option : {"--taps", "--step-fx", "--step-mod"}) {
     expectBadOption({option, "x"}, option);
   }
   expectBadOption({"--nothing"}, "--nothing");
+}
+
+TEST_F(RenderRefusal, NeedsThePresetAndTheStateThatItIsToStartFrom) {
+  input(noise(100, 1));
+  expectRefusal(1, {"in.wav", "-o", "out.wav", "--preset", "no such preset"}, "no such preset");
+  expectRefusal(1, {"in.wav", "-o", "out.wav", "--state", "none.state"}, "none.state");
+  expectRefusal(1, {"in.wav", "-o", "out.wav", "--state", "in.wav"}, "in.wav: is no state block");
 }
 
 TEST_F(RenderRefusal, NamesTheParameterAndWhatItTakes) {

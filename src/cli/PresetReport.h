@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "presets/PresetFile.h"
+
+namespace orvantesco::cli {
+
+/// What a preset sets once it is loaded, as one JSON document: `version` (of the file), `page`,
+/// `tapMask` (slot * 2 + side), `stepFxMask`, `stepModMask` (two rows of four) and `parameters`,
+/// those that differ from their defaults. What the file does not say of taps and page is null.
+std::string presetJson(const PresetFile& preset);
+
+/// The same for reading; masks are hexadecimal.
+std::string presetTable(const PresetFile& preset);
+
+}  // namespace orvantesco::cli
