@@ -7,7 +7,7 @@ INSTALL := scripts/install-packages
 BUILD := cmake --build --parallel $(JOBS) --preset
 
 .DEFAULT_GOAL := all
-.PHONY: all demo test bench format lint asan tsan clang clean help
+.PHONY: all demo test bench format lint asan tsan clang fuzz clean help
 
 all: ## build the program: build/bin/orvantesco
 	@$(INSTALL) build
@@ -58,6 +58,12 @@ clang: ## build everything with clang, and run every test
 	@cmake --preset clang
 	@$(BUILD) clang
 	@ctest --preset clang --parallel $(JOBS)
+
+fuzz: ## feed the readers of presets and states with foreign bytes; SECONDS_EACH=60
+	@$(INSTALL) build clang
+	@cmake --preset fuzz
+	@$(BUILD) fuzz --target fuzzers
+	@scripts/fuzz $(SECONDS_EACH)
 
 clean: ## remove everything that was built
 	@rm -rf build
