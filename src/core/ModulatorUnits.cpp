@@ -10,16 +10,17 @@ void ModulatorUnits::seed(std::uint32_t start) noexcept {
 void ModulatorUnits::rateChanged() noexcept {
   for (LfoUnit& unit : lfo) unit.block.rateChanged();
   for (GateUnit& unit : gate) unit.block.rateChanged();
-  for (EnvelopeUnit& unit : envelope) unit.block.rateChanged();
+  for (EnvelopeUnit& unit : envelope) {
+    unit.block.rateChanged();
+    unit.previous = 0.0;
+  }
   for (LogicUnit& unit : logic) unit.rateChanged();
   clearSignals();
 }
 
 void ModulatorUnits::clearSignals() noexcept {
-  for (EnvelopeUnit& unit : envelope) {
-    unit.block.reset();
-    unit.previous = 0.0;
-  }
+  // Its level stays, and so does what it is compared with: a clearing must not look like an attack.
+  for (EnvelopeUnit& unit : envelope) unit.block.reset();
 }
 
 }  // namespace orvantesco

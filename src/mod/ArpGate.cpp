@@ -87,7 +87,9 @@ void ArpGate::countClock() noexcept {
 void ArpGate::countTime(double tempo) noexcept {
   if (tempo != tempoTaken) {
     tempoTaken = tempo;
-    stepsPerVector = kVectorLength * stepsPerBeat * usable(tempo) / sampleRate / 60.0;
+    // Held at once: the product may leave the range of a double, and what is infinite never heals.
+    stepsPerVector = std::min<double>(
+        kVectorLength * stepsPerBeat * usable(tempo) / sampleRate / 60.0, kLastCount);
   }
   fraction += stepsPerVector;
   // More than one step in a sub-block: the whole ones must not pile up.

@@ -7,8 +7,9 @@ namespace orvantesco {
 
 /// An envelope modulator: turns a signal into a vector of 32 control values. It hears a band of
 /// its input between a high-pass and a low-pass. As a follower its output is the level of that
-/// band, 0 to about 1.44; as a gate the band crossing a threshold starts a shape of attack, hold
-/// and decay, 0 to 1. `process(source, vector)` reads the one and writes the other. Audio thread.
+/// band, 0 to about 1.44 at full scale and more with gain; as a gate the band crossing a threshold
+/// starts a shape of attack, hold and decay, 0 to 1. `process(source, vector)` reads the one and
+/// writes the other. Audio thread.
 class Envelope : public Dynamics {
  public:
   Envelope();

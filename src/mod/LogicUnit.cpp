@@ -37,6 +37,11 @@ void forEach(Vector& a, const Vector& b, Operation operation) noexcept {
   for (std::size_t i = 0; i < a.size(); ++i) a[i] = operation(a[i], b[i]);
 }
 
+/// Within -1..1; what is no number is silence, which a unit that reads itself gets over.
+double heldOrSilent(double value) noexcept {
+  return std::isfinite(value) ? std::clamp(value, -1.0, 1.0) : 0.0;
+}
+
 }  // namespace
 
 void LogicUnit::setSmooth(double ms) noexcept {
@@ -103,9 +108,7 @@ void LogicUnit::process(double* out) noexcept {
     vecCopy(a.data(), out, kVectorLength);
     return;
   }
-  // In this order of arguments a value that is no number comes out as 1: a unit that reads itself
-  // must get over it.
-  for (double value : a) *out++ = std::max(-1.0, std::min(1.0, value));
+  for (double value : a) *out++ = heldOrSilent(value);
 }
 
 }  // namespace orvantesco
