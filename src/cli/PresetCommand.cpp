@@ -11,7 +11,9 @@
 namespace orvantesco::cli {
 
 PresetCommand::PresetCommand(CLI::App& program)
-    : command(program.add_subcommand("preset", "Write, show and check preset files")) {
+    : command(program.add_subcommand("preset",
+                                     "Install and list presets; write, show and check files")),
+      library(*command) {
   command->require_subcommand(1);
   command->footer("Example:\n  orvantesco preset show Slap.txt\n");
   addSave();
@@ -46,6 +48,7 @@ void PresetCommand::addFiles(CLI::App& subcommand) {
 bool PresetCommand::wasCalled() const { return command->parsed(); }
 
 ExitCode PresetCommand::run() const {
+  if (library.wasCalled()) return library.run();
   if (saveCommand->parsed()) return save();
   if (showCommand->parsed()) return show();
   return upgradeCommand->parsed() ? upgradePresets(files) : checkPresets(files);

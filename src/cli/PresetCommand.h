@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "cli/Failure.h"
+#include "cli/PresetLibraryCommand.h"
 #include "cli/SettingsFile.h"
 
 namespace CLI {
@@ -12,7 +13,8 @@ class App;
 
 namespace orvantesco::cli {
 
-/// `orvantesco preset`: writes, shows, checks and brings up to date preset files.
+/// `orvantesco preset`: installs and lists the library; writes, shows, checks and brings up to date
+/// preset files.
 class PresetCommand {
  public:
   /// Declares the commands; the object must outlive the parsing.
@@ -29,6 +31,7 @@ class PresetCommand {
   ExitCode show() const;
 
   CLI::App* command;
+  PresetLibraryCommand library;
   CLI::App* saveCommand = nullptr;
   CLI::App* showCommand = nullptr;
   CLI::App* upgradeCommand = nullptr;
