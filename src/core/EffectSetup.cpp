@@ -8,7 +8,7 @@ namespace orvantesco {
 
 namespace {
 
-double scaledControl(int typeId, int k, double value) noexcept {
+double nativeValue(int typeId, int k, double value) noexcept {
   double shown = value;
   double native = value;
   fxParamScale(typeId, k, &shown, &native);
@@ -36,7 +36,7 @@ bool tapIsModulated(const EffectContext& context, int row, std::size_t tap) noex
 void giveEffectParam(EffectInstances& instances, const EffectContext& context, int k) noexcept {
   for (std::size_t i = 0; i < instances.list.size(); ++i) {
     const double value = tapValue(instances, context, k, i / 2);
-    instances.list[i]->setParam(k, scaledControl(instances.typeId, k, value));
+    instances.list[i]->setParam(k, nativeValue(instances.typeId, k, value));
   }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "fx/BiquadDesign.h"
 #include "fx/Kernels.h"
 #include "fx/RateValues.h"
 
@@ -18,8 +19,7 @@ constexpr double kLeastThreshold = 1e-6;
 /// Far above any ratio that is sent.
 constexpr double kLargestRatio = 1e6;
 
-constexpr double kDbToLog = 0.1151292546497;    // ln(10) / 20
-constexpr double kLogToDb = 8.685889638065037;  // 20 / ln(10)
+constexpr double kNepersToDb = 8.685889638065037;  // 20 / ln(10)
 
 /// What runs is twice what the knob shows: a user who sets 10 ms hears 20. Stored sounds rely on
 /// it.
@@ -76,7 +76,7 @@ double Compressor::gainDb() noexcept {
   const double trim = std::clamp(gain + modulationOf(4), 0.0, 1.0);
   const double loudness = rms(input);
   // No level but one over the threshold needs its logarithm.
-  const double over = loudness > threshold ? std::log(loudness / threshold) * kLogToDb : 0.0;
+  const double over = loudness > threshold ? std::log(loudness / threshold) * kNepersToDb : 0.0;
   level = nextLevel(level, over);
   const double heard = (level - kLevelFloor) * kLevelScale;
   return kMostTrimDb * trim - heard * ((ratio - 1.0) / ratio);
@@ -85,7 +85,7 @@ double Compressor::gainDb() noexcept {
 double Compressor::gainOf(double db) noexcept {
   if (db == factorDb) return factor;
   factorDb = db;
-  factor = std::exp(db * kDbToLog);
+  factor = std::exp(db * kDbToNepers);
   return factor;
 }
 

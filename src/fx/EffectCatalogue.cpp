@@ -4,6 +4,8 @@
 #include <array>
 
 #include "fx/EffectPages.h"
+#include "fx/FilterMode.h"
+#include "fx/ShaperType.h"
 
 namespace orvantesco {
 
@@ -11,6 +13,8 @@ namespace {
 
 namespace pages = effect_pages;
 using Class = EffectClass;
+
+constexpr bool kNoMix = false;
 
 // The two ids of a pair are one effect before or behind the delay and in its feedback path.
 constexpr EffectRecord kRecords[] = {
@@ -20,28 +24,28 @@ constexpr EffectRecord kRecords[] = {
     {3, "PHASE", {Class::phaser}, "fxic_ph", pages::kPhaser},
     {4, "PITCH SHIFT", {Class::pitchShifter, 0}, "fxic_ps1", pages::kPitchShift},
     {5, "PITCH SHIFT ST", {Class::pitchShifter, 1}, "fxic_ps2", pages::kPitchShiftStereo},
-    {6, "WAVE SHAPE", {Class::shaper, 6}, "fxic_ws", pages::kWaveShape},
-    {7, "", {Class::shaper, 7}, "", pages::kOff},
-    {14, "SATURATE", {Class::shaper, 14}, "fxic_sat", pages::kShaper},
-    {15, "SATURATE", {Class::shaper, 15}, "fxic_sat", pages::kShaperFeedback},
-    {16, "RECTIFY", {Class::shaper, 16}, "fxic_rect", pages::kShaper},
-    {17, "RECTIFY", {Class::shaper, 17}, "fxic_rect", pages::kShaperFeedback},
-    {18, "DESTROY", {Class::shaper, 18}, "fxic_dest", pages::kShaper},
-    {19, "DESTROY", {Class::shaper, 19}, "fxic_dest", pages::kShaperFeedback},
-    {20, "NOISE", {Class::shaper, 20}, "fxic_nois", pages::kShaper},
-    {21, "NOISE", {Class::shaper, 21}, "fxic_nois", pages::kShaperFeedback},
+    {6, "WAVE SHAPE", {Class::shaper, kShaperWaveShape}, "fxic_ws", pages::kWaveShape, kNoMix},
+    {7, "", {Class::shaper, kShaperTube}, "", pages::kOff},
+    {14, "SATURATE", {Class::shaper, kShaperSaturate}, "fxic_sat", pages::kShaper},
+    {15, "SATURATE", {Class::shaper, kShaperSaturateFeedback}, "fxic_sat", pages::kShaperFeedback},
+    {16, "RECTIFY", {Class::shaper, kShaperRectify}, "fxic_rect", pages::kShaper},
+    {17, "RECTIFY", {Class::shaper, kShaperRectifyFeedback}, "fxic_rect", pages::kShaperFeedback},
+    {18, "DESTROY", {Class::shaper, kShaperDestroy}, "fxic_dest", pages::kShaper},
+    {19, "DESTROY", {Class::shaper, kShaperDestroyFeedback}, "fxic_dest", pages::kShaperFeedback},
+    {20, "NOISE", {Class::shaper, kShaperNoise}, "fxic_nois", pages::kShaper},
+    {21, "NOISE", {Class::shaper, kShaperNoiseFeedback}, "fxic_nois", pages::kShaperFeedback},
     {22, "LOFI II", {Class::lofi}, "fxic_lofi2", pages::kLofiTwo},
-    {23, "LOFI I", {Class::shaper, 23}, "fxic_lofi1", pages::kLofiOne},
-    {24, "LOFI I", {Class::shaper, 24}, "fxic_lofi1", pages::kLofiOneFeedback},
+    {23, "LOFI I", {Class::shaper, kShaperLofi}, "fxic_lofi1", pages::kLofiOne},
+    {24, "LOFI I", {Class::shaper, kShaperLofiFeedback}, "fxic_lofi1", pages::kLofiOneFeedback},
     {29, "MULTI SVF", {Class::stateVariable}, "fxic_svf", pages::kStateVariable},
-    {30, "HP/LP 24dB", {Class::biquad, 16, 4}, "fxic_cheb", pages::kSteep},
-    {31, "MULTI 12dB", {Class::biquad, 0, 1}, "fxic_bt", pages::kMulti},
-    {32, "MULTI 12dB", {Class::biquad, 25, 1}, "fxic_bt", pages::kMultiFeedback},
-    {33, "PEAK", {Class::biquad, 10, 2}, "fxic_pk", pages::kPeak},
+    {30, "HP/LP 24dB", {Class::biquad, kSteepLowpassFilter, 4}, "fxic_cheb", pages::kSteep},
+    {31, "MULTI 12dB", {Class::biquad, kLowpassFilter, 1}, "fxic_bt", pages::kMulti},
+    {32, "MULTI 12dB", {Class::biquad, kSlopeFilter, 1}, "fxic_bt", pages::kMultiFeedback},
+    {33, "PEAK", {Class::biquad, kPeakFilter, 2}, "fxic_pk", pages::kPeak},
     {34, "PHASEBP", {Class::phaseFilter, 5}, "fxic_phb", pages::kPhaseFilter},
-    {35, "COMB", {Class::comb}, "fxic_comb", pages::kComb},
-    {36, "VOWEL", {Class::biquad, 21, 2}, "fxic_vow", pages::kVowel},
-    {37, "COMPRESSOR", {Class::compressor}, "fxic_comp", pages::kCompressor},
+    {35, "COMB", {Class::comb}, "fxic_comb", pages::kComb, kNoMix},
+    {36, "VOWEL", {Class::biquad, kVowelFilter, 2}, "fxic_vow", pages::kVowel, kNoMix},
+    {37, "COMPRESSOR", {Class::compressor}, "fxic_comp", pages::kCompressor, kNoMix},
     {56, "DRIVE LP+HP", {Class::filterPair}, "fxic_lphp", pages::kFilterPair},
     {57, "VARAIBLE LPHP", {Class::variableFilterPair}, "fxic_varilphp", pages::kVariablePair},
 };
@@ -105,9 +109,7 @@ bool isBipolarFxParam(int typeId, int paramIndex) noexcept {
   return isBipolarScale(fxParameter(typeId, paramIndex).scale);
 }
 
-bool fifthParamIsMix(int typeId) noexcept {
-  return typeId != 6 && typeId != 35 && typeId != 36 && typeId != 37;
-}
+bool fifthParamIsMix(int typeId) noexcept { return effectRecord(typeId).fifthIsMix; }
 
 const MasterEffectRecord* masterEffectRecord(int id) noexcept {
   if (id < kFirstMasterEffect || id > kLastMasterEffect) return nullptr;

@@ -54,6 +54,7 @@ struct EffectRecord {
   EffectBuild build;
   const char* icon = "";                    ///< file name without path and extension
   const FxParameter* parameters = nullptr;  ///< kFxParamCount of them
+  bool fifthIsMix = true;  ///< whether the last of them is the dry/wet mix, or a modulator fades it
 };
 
 /// What the read-out shows for a parameter: caption, printf format of the number, unit.

@@ -108,6 +108,7 @@ inline constexpr Page kPeak{{"FREQ", "FILTER FREQ", " HZ", S::frequency, 0.5},
                             {"GAIN", "PEAK GAIN", " dB", S::peakGainDb, 0.5},
                             {"DIM", "DIM", " %", S::percent, 1.0}};
 
+// The read-out of its mix speaks of a spread, and users look for it under that name: it stays.
 inline constexpr Page kPhaseFilter{{"FREQ", "PHASEBP FILTER FREQ", " HZ", S::frequency, 0.5},
                                    {"Q", "FILTER Q", " %", S::percent, 0.0},
                                    {"SPREAD", "FILTER SPREAD", " %", S::bipolarPercent, 0.5},

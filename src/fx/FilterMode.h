@@ -14,6 +14,8 @@ enum FilterMode : int {
   kSteepLowpassFilter = 16,  ///< Chebyshev, order 4
   kSoftHighpassFilter = 18,
   kSteepHighpassFilter = 19,
+  /// Turns the phase alone. Menus call it "AP" or "NOTCH": a notch is heard where its output meets
+  /// the dry signal, not behind the filter by itself.
   kAllpassFilter = 20,
   kVowelFilter = 21,
   kSplitFilter = 22,  ///< low-pass on the left, high-pass on the right

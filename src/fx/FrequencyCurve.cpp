@@ -14,6 +14,7 @@ constexpr float kLargestExponent = 120.0F;
 }  // namespace
 
 double powerOfTwoCurve(float t) noexcept {
+  if (std::isnan(t)) return 1.0;
   const float within = std::clamp(t, -kLargestExponent, kLargestExponent);
   const float whole = std::trunc(within);
   const float f = within - whole;

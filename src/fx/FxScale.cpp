@@ -4,6 +4,10 @@
 #include <cmath>
 #include <cstddef>
 
+#include "fx/FilterMode.h"
+#include "fx/QLMSVF.h"
+#include "fx/ShaperType.h"
+
 namespace orvantesco {
 
 namespace {
@@ -12,11 +16,14 @@ namespace {
 template <std::size_t N>
 using Choices = std::array<double, N>;
 
-constexpr Choices<8> kShapeCurves{14, 7, 16, 9, 10, 11, 12, 13};
-constexpr Choices<5> kShaperFilterModes{26, 0, 3, 6, 20};
-constexpr Choices<4> kSvfModes{0, 3, 6, 7};
-constexpr Choices<2> kSteepModes{16, 19};
-constexpr Choices<4> kMultiModes{0, 3, 6, 20};
+constexpr Choices<8> kShapeCurves{kShaperSaturate,    kShaperTube,       kShaperRectify,
+                                  kShaperSine1,       kShaperSine2,      kShaperSine3,
+                                  kShaperAsymmetric1, kShaperAsymmetric2};
+constexpr Choices<5> kShaperFilterModes{kFilterOff, kLowpassFilter, kHighpassFilter,
+                                        kBandpassFilter, kAllpassFilter};
+constexpr Choices<4> kSvfModes{kSvfLowpass, kSvfHighpass, kSvfBandpass, kSvfSteepBandpass};
+constexpr Choices<2> kSteepModes{kSteepLowpassFilter, kSteepHighpassFilter};
+constexpr Choices<4> kMultiModes{kLowpassFilter, kHighpassFilter, kBandpassFilter, kAllpassFilter};
 
 /// x spread evenly over a list of `count` entries, rounded half away from zero.
 double entryOf(double x, std::size_t count) noexcept {
@@ -30,10 +37,15 @@ FxScaled choose(const Choices<N>& choices, double x) noexcept {
   return {entry, choices[static_cast<std::size_t>(entry)]};
 }
 
-FxScaled both(double value) noexcept { return {value, value}; }
+/// A number that is shown as it is sent.
+FxScaled sentAsShown(double value) noexcept { return {value, value}; }
+
+/// To whole numbers, half away from zero. A little below 0 it is 0, which a read-out would show as
+/// "-0".
+double whole(double value) noexcept { return std::round(value) + 0.0; }
 
 FxScaled shiftDecade(double x) noexcept {
-  return both(std::pow(10.0, 1.0 + std::fmin(std::fmax(std::trunc(2.0 * x), 0.0), 2.0)));
+  return sentAsShown(std::pow(10.0, 1.0 + std::fmin(std::fmax(std::trunc(2.0 * x), 0.0), 2.0)));
 }
 
 FxScaled threshold(double x) noexcept {
@@ -62,11 +74,11 @@ FxScaled scaleFxParam(FxScale scale, double x) noexcept {
     case FxScale::squaredPercent:
       return {100.0 * x, x * x};
     case FxScale::phaserStages:
-      return both(std::round(7.0 * x) + 1.0);
+      return sentAsShown(entryOf(x, 8) + 1.0);
     case FxScale::semitones:
-      return {std::round(12.0 * bipolar), bipolar};
+      return {whole(12.0 * bipolar), bipolar};
     case FxScale::bufferMs:
-      return both(99.0 * x * x + 1.0);
+      return sentAsShown(99.0 * x * x + 1.0);
     case FxScale::shapeMode:
       return choose(kShapeCurves, x);
     case FxScale::gain24Db:
@@ -84,7 +96,7 @@ FxScaled scaleFxParam(FxScale scale, double x) noexcept {
     case FxScale::filterSlope:
       return {3.0 * x, x};
     case FxScale::peakGainDb:
-      return {std::round(24.0 * bipolar), x};
+      return {whole(24.0 * bipolar), x};
     case FxScale::phaseFilterPoles:
       return {std::round(4.0 * x + 3.0), x};
     case FxScale::combFrequency:
@@ -94,15 +106,15 @@ FxScaled scaleFxParam(FxScale scale, double x) noexcept {
     case FxScale::thresholdDb:
       return threshold(x);
     case FxScale::ratio:
-      return both(9.0 * x * x * x + 1.0);
+      return sentAsShown(9.0 * x * x * x + 1.0);
     case FxScale::attackMs:
-      return both(199.0 * x * x + 1.0);
+      return sentAsShown(199.0 * x * x + 1.0);
     case FxScale::releaseMs:
-      return both(980.0 * x + 20.0);
+      return sentAsShown(980.0 * x + 20.0);
     case FxScale::pairMode:
-      return both(entryOf(x, 6));
+      return sentAsShown(entryOf(x, 6));
     case FxScale::sideSlope:
-      return both(entryOf(x, 4));
+      return sentAsShown(entryOf(x, 4));
   }
   return {x, x};
 }

@@ -3,16 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "fx/Truncated.h"
 #include "fx/VowelTable.h"
 
 namespace orvantesco {
 
 namespace {
-
-/// Whole numbers of a control value, for any double.
-int truncated(double value) noexcept {
-  return static_cast<int>(std::clamp(std::trunc(value), -1e6, 1e6));
-}
 
 int nearest(double value) noexcept { return truncated(std::rint(value)); }
 

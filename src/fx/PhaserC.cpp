@@ -72,6 +72,7 @@ void PhaserC::setDepth(double value) noexcept {
   coefficientsDirty = true;
 }
 
+// A row of all-passes keeps its level, so no count of them needs a gain of its own.
 void PhaserC::setStageCount(double count) noexcept {
   stages = static_cast<int>(std::clamp(std::trunc(count), 1.0, static_cast<double>(kMaxStages)));
   coefficientsDirty = true;
@@ -82,6 +83,8 @@ void PhaserC::onStateCleared() noexcept {
   feedbackState = 0.0;
 }
 
+// The row keeps ringing while nobody plays it: without this, switching the phaser off and on would
+// let an old tail out.
 void PhaserC::reset() noexcept {
   DSPShell::reset();
   onStateCleared();

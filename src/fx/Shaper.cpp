@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "fx/Kernels.h"
+#include "fx/Truncated.h"
 
 namespace orvantesco {
 
@@ -19,14 +20,10 @@ constexpr double kWhollyWet = 0.99;
 constexpr float kPeakResonance = 0.4F;
 constexpr double kNoiseLevel = 0.5;
 /// A smoothed knob comes to rest this close to 0, where the eighth root would still be a tenth.
-constexpr double kNothing = 1e-9;
-/// Full turns of the even curves at full scale, in units of pi.
+constexpr double kRestOfAmount = 1e-9;
+/// The angle of the even curves at full scale, in units of pi.
 constexpr double kAsymmetric1 = 1.5;
 constexpr double kAsymmetric2 = 9.5;
-
-int truncated(double value) noexcept {
-  return static_cast<int>(std::clamp(std::trunc(value), -1e6, 1e6));
-}
 
 FilterMode firstModeOf(int typeId) noexcept {
   return typeId == kShaperLofi ? kHighpassFilter : kLowpassFilter;
@@ -244,7 +241,7 @@ void Shaper::deriveControls() noexcept {
       return controls.deriveNoise();
     case kShaperLofi:
     case kShaperLofiFeedback:
-      holdRate = controls.firstAmount() < kNothing ? 1.0 : holdRateOf(controls.firstAmount());
+      holdRate = controls.firstAmount() < kRestOfAmount ? 1.0 : holdRateOf(controls.firstAmount());
       return controls.deriveLofi();
     default:
       return;

@@ -32,7 +32,8 @@ void selectVowelSet(int index) noexcept {
 
 Vowel vowelAt(double position) noexcept {
   const VowelSet& set = *setInForce.get();
-  const float t = 2.0F * static_cast<float>(std::min(std::max(position, 0.0), 1.0));
+  // The order of the arguments makes 0 of what is no number.
+  const float t = 2.0F * static_cast<float>(std::min(std::max(0.0, position), 1.0));
   const int row = static_cast<int>(t);
   const float f = t - static_cast<float>(row);
   Vowel vowel;

@@ -184,6 +184,14 @@ TEST(Comb, frequencyEndsAtItsLimits) {
   }
 }
 
+/// The line reads no nearer than 0.1 ms, so the upper limit is heard only on the way back from it:
+/// the shorter the delay it glides from, the later the comb comes down again.
+TEST(Comb, comesBackFromTenKilohertzHoweverFarItWasPushed) {
+  CombRecipe recipe{1.0, 0.5, 0.0, 1.0, -0.5, false};
+  recipe.modulations = {{4, [](int v) { return v % 60 < 30 ? 8.0 : 0.0; }}};
+  EXPECT_LT(againstModel(recipe, noise(240)), 1e-12);
+}
+
 TEST(Comb, theLastKnobIsNoMix) {
   const auto comb = makerOf({0.5, 0.5, 0.0, 1.0, 0.3})();
   EXPECT_EQ(comb->wetShare(), 1.0);

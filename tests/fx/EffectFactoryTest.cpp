@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "fx/BiquadFixture.h"
 #include "fx/Comb.h"
 #include "fx/Compressor.h"
@@ -19,9 +21,10 @@ TEST(EffectFactory, buildsWhatItSaysExists) {
 }
 
 TEST(EffectFactory, offAndTheGapsBuildNothing) {
+  const std::set<int> effects{1,  2,  3,  4,  5,  6,  7,  14, 15, 16, 17, 18, 19, 20, 21,
+                              22, 23, 24, 29, 30, 31, 32, 33, 34, 35, 36, 37, 56, 57};
   for (int id = -1; id < 80; ++id) {
-    if (effectRecord(id).build.kind != EffectClass::none) continue;
-    EXPECT_FALSE(effectExists(id)) << id;
+    EXPECT_EQ(createEffect(id, false, nullptr) != nullptr, effects.contains(id)) << id;
   }
 }
 

@@ -25,6 +25,10 @@ TEST(FrequencyCurve, keepsItsPolynomialToTheLastBit) {
   EXPECT_EQ(curveFrequencyHz(0.3), static_cast<double>(p) * 4.0 * 50.0);
 }
 
+TEST(FrequencyCurve, whatIsNoNumberIsTheLowestKnob) {
+  EXPECT_EQ(curveFrequencyHz(std::numeric_limits<double>::quiet_NaN()), 50.0);
+}
+
 TEST(FrequencyCurve, staysPositiveAndFiniteEverywhere) {
   for (double control : {-1e9, -2.0, -1.0, -0.01, 3.0, 1e9, 1e300}) {
     const double hz = curveFrequencyHz(control);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <limits>
 #include <set>
 
@@ -67,14 +68,32 @@ TEST(FxScale, endsAndMiddlesReadAsAPersonExpects) {
   EXPECT_DOUBLE_EQ(shown(1, 1, 1.0), 1000.0);
 }
 
+struct Selection {
+  FxScale scale;
+  double first, last;
+};
+
+constexpr Selection kSelections[] = {
+    {FxScale::shapeMode, 0, 7}, {FxScale::shaperFilterMode, 0, 4}, {FxScale::svfMode, 0, 3},
+    {FxScale::steepMode, 0, 1}, {FxScale::multiMode, 0, 3},        {FxScale::pairMode, 0, 5},
+    {FxScale::sideSlope, 0, 3}, {FxScale::shiftDecade, 10, 1000},  {FxScale::phaserStages, 1, 8},
+};
+
 TEST(FxScale, selectionsStayWithinTheirListForAnyInput) {
   for (double x : {-5.0, 1.5, 1e300, std::numeric_limits<double>::quiet_NaN()}) {
-    for (FxScale scale :
-         {FxScale::shapeMode, FxScale::shaperFilterMode, FxScale::svfMode, FxScale::steepMode,
-          FxScale::multiMode, FxScale::pairMode, FxScale::sideSlope}) {
+    for (const auto& [scale, first, last] : kSelections) {
       const double shown = scaleFxParam(scale, x).shown;
-      EXPECT_TRUE(shown >= 0.0 && shown <= 7.0);
+      EXPECT_EQ(shown, x > 1.0 ? last : first) << static_cast<int>(scale) << " at " << x;
     }
+  }
+}
+
+/// A read-out has no "-0": where a whole number is 0 it has no sign.
+TEST(FxScale, aWholeNumberJustBelowTheMiddleIsPlainZero) {
+  for (FxScale scale : {FxScale::semitones, FxScale::peakGainDb}) {
+    char text[16];
+    std::snprintf(text, sizeof text, formatOfScale(scale), scaleFxParam(scale, 0.495).shown);
+    EXPECT_STREQ(text, "0") << static_cast<int>(scale);
   }
 }
 

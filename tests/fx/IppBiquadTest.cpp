@@ -221,6 +221,26 @@ TEST(IppBiquad, dimNeverRaisesAPeakButAVowel) {
   peak.setDim(1.0);
   testing_support::run(peak, Signal(64 * 32, 0.0));
   EXPECT_EQ(peak.gainBehind(), 1.0);
+  IppBiquad vowel(false, kVowelFilter, 1);
+  vowel.setGain(-0.5);
+  vowel.setDim(1.0);
+  testing_support::run(vowel, Signal(4000 * 32, 0.0));
+  EXPECT_NEAR(vowel.gainBehind(), std::pow(10.0, 12.0 / 20.0), 1e-3);
+}
+
+TEST(IppBiquad, modulationHoldsTheGainOfAShapersPeakWithinItsKnob) {
+  FilterRecipe recipe;
+  recipe.mode = 12;
+  recipe.gain = 0.5;
+  recipe.cutoff = 0.5;
+  recipe.modulation[3] = [](int v) { return v % 400 < 200 ? 3.0 : -3.0; };
+  EXPECT_LT(againstModel(recipe, noise(800)), 1e-12);
+  for (const auto& [pushed, db] : {std::pair(-3.0, 0.0), std::pair(3.0, 24.0)}) {
+    recipe.cutoff = testing_support::knobOf(1000.0);
+    recipe.modulation[3] = [push = pushed](int) { return push; };
+    RecipeFilter filter(recipe);
+    EXPECT_NEAR(responseDb(filter, 1000.0), db, 0.01);
+  }
 }
 
 TEST(IppBiquad, shelvesAtZeroDbPass) {
@@ -268,6 +288,34 @@ TEST(IppBiquad, aFastSweepLosesItsResonanceAndRegainsIt) {
   RecipeFilter still(recipe);
   const double hz = 950.0;
   EXPECT_NEAR(responseDb(filter, hz), responseDb(still, hz), 1e-6);
+}
+
+/// The filter with its damping laid open.
+struct WatchedFilter : IppBiquad {
+  using IppBiquad::IppBiquad;
+  double damping() const { return sweepDamping; }
+};
+
+/// A jump of the knob is a sweep of the smoothed cutoff, which goes on for some control ticks of
+/// two vectors each. As soon as one of these steps is no longer than 0.02 the ripple is whole
+/// again.
+TEST(IppBiquad, aSweepThatEndsGivesTheResonanceBackAtItsFirstSlowStep) {
+  WatchedFilter filter(false, kSteepLowpassFilter, 4);
+  filter.setCutoff(0.2);
+  filter.setResonance(1.0F);
+  testing_support::run(filter, Signal(4000 * 32, 0.0));
+  const double jump = 0.5;
+  filter.setCutoff(0.2 + jump);
+  const double keep = std::exp(-2.0 * std::numbers::pi / (0.001 * sampleRate));
+  int ticks = 0;
+  for (double step = jump * (1.0 - keep); step > 0.02; step *= keep) {
+    testing_support::run(filter, Signal(64, 0.0));
+    EXPECT_NEAR(filter.damping(), 0.01 / (25.0 * step * step), 1e-6) << ticks;
+    ++ticks;
+  }
+  EXPECT_EQ(ticks, 9);
+  testing_support::run(filter, Signal(64, 0.0));
+  EXPECT_EQ(filter.damping(), 1.0);
 }
 
 TEST(IppBiquad, everyKnobModulationAndRateKeepsItStable) {

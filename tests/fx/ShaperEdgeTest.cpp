@@ -270,6 +270,26 @@ TEST(Shaper, resetClearsTheFilterAndLeavesTheOneSampleOfTheCurve) {
   }
 }
 
+/// Behind the curve it turns phases alone; what the menu promises comes about in the mix.
+TEST(Shaper, aNotchIsAnAllPassThatCancelsTheDrySignalAtItsCorner) {
+  ShaperRecipe recipe = recipeOf(24);
+  recipe.amount = 0.0;
+  recipe.resonance = kAllpassFilter;
+  recipe.cutoff = std::log(1000.0 / 50.0) / std::log(400.0);
+  RecipeShaper shaper(recipe);
+  settle(shaper);
+  Signal wet = run(shaper, testing_support::impulse(1000));
+  const double gain = std::tanh(1.25);
+  const auto level = [](const Signal& answer, double hz) {
+    const double half = static_cast<double>(answer.size()) / 2.0;
+    return amplitudeAt(answer, hz / 44100.0) * half;
+  };
+  for (const double hz : {100.0, 1000.0, 9000.0}) EXPECT_NEAR(level(wet, hz), gain, 1e-4) << hz;
+  wet[0] += gain;
+  EXPECT_LT(level(wet, 1000.0), 1e-3 * gain);
+  EXPECT_NEAR(level(wet, 60.0), 2.0 * gain, 0.02);
+}
+
 TEST(Shaper, aNewShapeDropsTheSampleBefore) {
   ShaperRecipe recipe = recipeOf(6);
   recipe.resonance = 0.0;

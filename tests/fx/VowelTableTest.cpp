@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <vector>
 
 namespace orvantesco {
@@ -34,6 +35,12 @@ TEST(VowelTable, betweenTwoVowelsTheFormantsAreMixed) {
   const auto formants = formantsAt(0.125);
   EXPECT_DOUBLE_EQ(formants[0], 270.0 * 0.75 + 530.0 * 0.25);
   EXPECT_DOUBLE_EQ(formants[2], 3010.0 * 0.75 + 2480.0 * 0.25);
+}
+
+TEST(VowelTable, whatIsNoNumberIsTheFirstVowel) {
+  selectVowelSet(1);
+  EXPECT_EQ(formantsAt(std::numeric_limits<double>::quiet_NaN()), formantsAt(0.0));
+  selectVowelSet(0);
 }
 
 TEST(VowelTable, positionsAndSetsStayWithinTheTable) {
