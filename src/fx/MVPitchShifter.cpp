@@ -39,7 +39,10 @@ double wrapped(double phase) noexcept {
 }  // namespace
 
 MVPitchShifter::MVPitchShifter(bool isRight, bool dual)
-    : DSPShell(isRight), isDual(dual), detune(dual ? 0.5 : 1.0), buffer(kBufferLength + 1, 0.0) {
+    : DSPShell(isRight),
+      isDual(dual),
+      spreadShare(dual ? 0.5 : 1.0),
+      buffer(kBufferLength + 1, 0.0) {
   sizeSmoother.setBlockTime(kSizeBlockMs);
   MVPitchShifter::reset();
 }
@@ -55,7 +58,7 @@ void MVPitchShifter::setParam(int index, double value) noexcept {
       break;
     case 1:
       if (!isDual) {
-        fine = value * detune;
+        fine = value * spreadShare;
       } else if (isRight) {
         setCoarse(value);
       }
@@ -79,7 +82,7 @@ void MVPitchShifter::reset() noexcept {
   antiAlias.clear();
   writeIndex = 0;
   written = 0;
-  zeroFrom = kBufferLength;
+  staleEnd = kBufferLength;
   std::fill_n(taps, 2, 0.0);
   // The glide of the size starts from its figure in ms, taken for samples: the first 16 ms after
   // a reset sweep the taps outwards, and a shift begins with a short swoop.
@@ -112,7 +115,7 @@ double MVPitchShifter::modulationSemitones() const noexcept {
 }
 
 void MVPitchShifter::updateRatio() noexcept {
-  const double wanted = detune * spreadSemitones + fine + coarse + modulationSemitones();
+  const double wanted = spreadShare * spreadSemitones + fine + coarse + modulationSemitones();
   const double limited = std::clamp(wanted, -kOctave, kOctave);
   if (limited == semitones) return;
   semitones = limited;
@@ -146,12 +149,12 @@ void MVPitchShifter::followWithLowpass() noexcept {
 
 /// Zeroes what reads of this vector may come to and was written before the last reset: the slots
 /// ahead of the pen, and those as far back as the taps lie by now.
-void MVPitchShifter::makeRoom(const float* size) noexcept {
+void MVPitchShifter::clearStale(const float* size) noexcept {
   if (written == kBufferLength) return;
   const auto longest = static_cast<double>(*std::max_element(size, size + kVectorLength));
   const int reach = std::min(static_cast<int>(kCycle * longest) + 2, kReach);
   const int needed = std::max(kBufferLength + std::min(written - reach, 0), 0);
-  for (; zeroFrom > needed; --zeroFrom) buffer[static_cast<std::size_t>(zeroFrom - 1)] = 0.0;
+  for (; staleEnd > needed; --staleEnd) buffer[static_cast<std::size_t>(staleEnd - 1)] = 0.0;
   const int ahead = std::min(kVectorLength + 1, kBufferLength - writeIndex);
   std::fill_n(buffer.begin() + writeIndex, ahead, 0.0);
   written += kVectorLength;
@@ -160,6 +163,9 @@ void MVPitchShifter::makeRoom(const float* size) noexcept {
 /// Writes the vector and reads both taps. Below one sample of delay the newer neighbour is one that
 /// is not yet written; its slot still holds the sample of 65536 before. The tap is all but faded
 /// out there: at 1 ms 1/44 of that sample sounds, at longer sizes less.
+///
+/// At a whole delay the newer neighbour is the sample itself. The recursion would give just that
+/// from rest, but with a pole at half the rate that never lets go of what it held before.
 void MVPitchShifter::sweep(const float* size) noexcept {
   double* const ring = buffer.data();
   const double* const in = scratchA;
@@ -182,7 +188,9 @@ void MVPitchShifter::sweep(const float* size) noexcept {
     const Lanes rest = delay - Lanes{static_cast<double>(wholeA), static_cast<double>(wholeB)};
     const Lanes fraction = bothLanes(1.0) - rest;
     const Lanes weight = fraction * fraction;
-    memory = (Lanes{a[1], b[1]} * weight + Lanes{a[0], b[0]}) - memory * weight;
+    const Lanes newer = {a[1], b[1]};
+    const Lanes between = (newer * weight + Lanes{a[0], b[0]}) - memory * weight;
+    memory = weight == bothLanes(1.0) ? newer : between;
     const double fade = 1.0 - std::fabs(p - 1.0);
     out[i] = (1.0 - fade) * memory[1] + fade * memory[0];
   }
@@ -203,7 +211,7 @@ void MVPitchShifter::processBlock() noexcept {
     std::fill_n(output, kVectorLength, 0.0);
     return;
   }
-  makeRoom(size);
+  clearStale(size);
   sweep(size);
 }
 

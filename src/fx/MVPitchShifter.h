@@ -49,14 +49,14 @@ class MVPitchShifter final : public SimpleOSC, public DSPShell {
   void updateRatio() noexcept;
   double targetSamples() const noexcept;
   void followWithLowpass() noexcept;
-  void makeRoom(const float* size) noexcept;
+  void clearStale(const float* size) noexcept;
   void sweep(const float* size) noexcept;
 
   // Settings
   const bool isDual;
-  const double detune;  ///< share of the spread
-  double coarse = 0.0;  ///< semitones
-  double fine = 0.0;    ///< semitones
+  const double spreadShare;  ///< share of the spread
+  double coarse = 0.0;       ///< semitones
+  double fine = 0.0;         ///< semitones
   double sizeMs = 10.0;
   double spreadSemitones = 0.0;
 
@@ -72,7 +72,7 @@ class MVPitchShifter final : public SimpleOSC, public DSPShell {
   std::vector<double> buffer;  ///< behind the ring's last slot its first one once more
   int writeIndex = 0;
   int written = 0;               ///< samples since the last reset, kBufferLength at most
-  int zeroFrom = kBufferLength;  ///< slots from here to the ring's end are 0, while it fills
+  int staleEnd = kBufferLength;  ///< slots from here to the ring's end are 0, while it fills
   double taps[2] = {};
   alignas(32) float rates[kVectorLength] = {};
 };

@@ -97,7 +97,8 @@ class PitchShifterModel {
       const Real f = 1.0 - (d - k);
       const auto newer = static_cast<size_t>((writeIndex - k) & 0xffff);
       const auto older = static_cast<size_t>((writeIndex - k - 1) & 0xffff);
-      taps[voice][tap] = (buffer[newer] - taps[voice][tap]) * f * f + buffer[older];
+      const Real between = (buffer[newer] - taps[voice][tap]) * f * f + buffer[older];
+      taps[voice][tap] = f == 1.0L ? buffer[newer] : between;
     }
     const Real w = 1.0L - std::fabs(static_cast<Real>(phase) - 1.0L);
     return (1.0L - w) * taps[voice][1] + w * taps[voice][0];

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <functional>
 
 #include "fx/DSPShell.h"
@@ -138,6 +140,22 @@ inline double amplitudeAt(const Signal& signal, double hz, size_t count) {
 
 inline bool allFinite(const Signal& signal) {
   return std::all_of(signal.begin(), signal.end(), [](double x) { return std::isfinite(x); });
+}
+
+inline double peakOf(const Signal& signal) {
+  double peak = 0.0;
+  for (const double x : signal) peak = std::fmax(peak, std::fabs(x));
+  return peak;
+}
+
+/// Without its sources, and with nothing but noise to hear, a block is not mute. Silence is finite
+/// too: a block that went on dropping every vector would pass for a healthy one.
+inline void expectItSoundsOnItsOwn(DSPShell& block) {
+  for (int k = 0; k < DSPShell::kControlCount; ++k) block.setModSource(k, nullptr);
+  run(block, noise(1000, 21));
+  const Signal heard = run(block, noise(100, 22));
+  EXPECT_TRUE(allFinite(heard));
+  EXPECT_GT(peakOf(heard), 0.01);
 }
 
 }  // namespace orvantesco::testing_support
