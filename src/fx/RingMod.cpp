@@ -28,7 +28,6 @@ constexpr double kKnobShare = 0.5;
 // The frequency glides by its smoother's per-sample time of 5 ms, ticked once per vector: 160 ms.
 RingMod::RingMod(bool isRight, const RingMod* left) noexcept : DSPShell(isRight), partner(left) {
   spreadSmoother.setBlockTime(kWanderBlockMs);
-  update();
 }
 
 void RingMod::setParam(int index, double value) noexcept {
@@ -54,7 +53,7 @@ void RingMod::setParam(int index, double value) noexcept {
   }
 }
 
-void RingMod::update() noexcept {
+void RingMod::updateIncrement() noexcept {
   const double modulation = modulationOf(0) + modulationOf(3) * channelSign;
   const double knob = std::clamp(spread + rate + saneOrZero(modulation), 0.0, 1.0) * kKnobShare;
   frequency = knob * knob * knob * knob * kSpanHz + kLowestHz;
@@ -76,7 +75,7 @@ RingMod::Course RingMod::course() const noexcept {
 /// True for a right channel that ought to run with its left one, and does not: spread has come
 /// back to 0, or only one of the two channels was at work for a while. A partner that stands
 /// still is nothing to go by.
-bool RingMod::isApart() noexcept {
+bool RingMod::noticeApart() noexcept {
   if (partner == nullptr) return false;
   const bool partnerRuns = partner->vectorCount != partnerCount;
   partnerCount = partner->vectorCount;
@@ -104,7 +103,9 @@ void RingMod::advance() noexcept {
 }
 
 /// Glides onto the left channel within this vector, to where that one is at its end, and takes
-/// its pace over, so that from then on both compute the same numbers.
+/// its pace over, so that from then on both compute the same numbers. It goes by the difference of
+/// the two phases as they stand: where the left one has just begun a new cycle, that is almost a
+/// whole cycle backwards, a short chirp when the spread returns to 0. Kept as users know it.
 void RingMod::joinPartner() noexcept {
   const Course target = partner->course();
   sweep((target.phase - phase) / kVectorLength);
@@ -126,8 +127,8 @@ void RingMod::modulate() noexcept {
 }
 
 void RingMod::processBlock() noexcept {
-  update();
-  const bool joins = isApart();
+  updateIncrement();
+  const bool joins = noticeApart();
   courseBefore = course();
   if (joins) lfoPhase = partner->courseBefore.wanderPhase;
   wander();

@@ -34,9 +34,6 @@ class RingMod final : public SimpleOSC, public DSPShell {
   void processBlock() noexcept override;
   void rateChanged() noexcept override;
 
- protected:
-  void update() noexcept override;
-
  private:
   /// Where an instance stands between two vectors.
   struct Course {
@@ -48,7 +45,8 @@ class RingMod final : public SimpleOSC, public DSPShell {
   Course course() const noexcept;
 
   bool isSpread() const noexcept { return spread != 0.0 || modSource[3] != nullptr; }
-  bool isApart() noexcept;
+  void updateIncrement() noexcept;
+  bool noticeApart() noexcept;
   void wander() noexcept;
   /// The angles of this vector, `step` of phase apart.
   void sweep(double step) noexcept;

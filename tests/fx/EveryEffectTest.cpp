@@ -84,6 +84,18 @@ std::vector<Input> inputs(int vectors) {
           {"a spike of a million", spike},    {"what is no number", faulty}};
 }
 
+/// Without its sources it hears noise as ever. Silence is finite too: an effect that went on
+/// dropping every vector would pass for a healthy one.
+void expectItSoundsOnItsOwn(DSPShell& effect, const std::string& after) {
+  for (int k = 0; k < kFxParamCount; ++k) effect.setModSource(k, nullptr);
+  // Longer than the longest delay of an effect.
+  static const Signal before = noise(200, 21), now = noise(20, 22);
+  run(effect, before);
+  const Signal heard = run(effect, now);
+  EXPECT_TRUE(isFinite(heard)) << after;
+  EXPECT_GT(peak(heard), 1e-9) << after;  // a low-pass at 50 Hz leaves little of it
+}
+
 class EveryEffect : public testing::TestWithParam<int> {
  protected:
   int typeId() const { return GetParam(); }
@@ -116,6 +128,7 @@ TEST_P(EveryEffect, StaysFiniteWithEveryKnobAtItsEndsAndInTheMiddle) {
           const auto effect = build(typeId(), isRight, knobs);
           EXPECT_TRUE(isFinite(run(*effect, input.samples)))
               << input.name << ", knob " << k << " at " << position;
+          expectItSoundsOnItsOwn(*effect, input.name);
         }
       }
     }
@@ -145,6 +158,7 @@ TEST_P(EveryEffect, StaysFiniteWhileKnobsSweepWithEveryVector) {
         effect->process(&in[at], &output[at]);
       }
       EXPECT_TRUE(isFinite(output)) << input.name << ", knob " << k;
+      expectItSoundsOnItsOwn(*effect, input.name);
     }
   }
 }
@@ -165,6 +179,7 @@ TEST_P(EveryEffect, StaysFiniteUnderFullModulationByNoise) {
       effect->process(&in[at], &output[at]);
     }
     EXPECT_TRUE(isFinite(output)) << input.name;
+    expectItSoundsOnItsOwn(*effect, input.name);
   }
 }
 

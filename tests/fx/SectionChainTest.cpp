@@ -58,8 +58,16 @@ TEST(SectionChain, keepsItsDesignWhereANewOneIsNone) {
   chain.design(kLow, 4);
   other.design(kLow, 4);
   chain.design({0.0, 1.0, 0.0, 1.0, 0.0, 0.0}, 4);
+  chain.design({0.3, 0.6, 0.3, 0.0, -0.4, 0.5}, 4);
   const Signal in = noise(10);
   EXPECT_EQ(testing_support::run(chain, in), testing_support::run(other, in));
+}
+
+TEST(SectionChain, canBeClearedBeforeTheFirstDesign) {
+  SectionChain chain;
+  chain.clear();
+  const Signal in = noise(3);
+  EXPECT_EQ(testing_support::run(chain, in), in);
 }
 
 TEST(SectionChain, clearLeavesSilence) {
