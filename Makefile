@@ -7,7 +7,7 @@ INSTALL := scripts/install-packages
 BUILD := cmake --build --parallel $(JOBS) --preset
 
 .DEFAULT_GOAL := all
-.PHONY: all demo test bench format lint asan tsan clang fuzz clean help
+.PHONY: all demo presets-check test bench format lint asan tsan clang fuzz clean help
 
 all: ## build the program: build/bin/orvantesco
 	@$(INSTALL) build
@@ -17,6 +17,10 @@ all: ## build the program: build/bin/orvantesco
 demo: all ## render a recording through the delay into build/demo/ and picture it
 	@$(INSTALL) demo
 	@scripts/demo
+
+presets-check: all ## listen to every factory preset, draw docs/presets.png; fails where one is out of order
+	@$(INSTALL) demo pictures presets
+	@scripts/check-presets --jobs $(JOBS) --sheet docs/presets.png
 
 test: ## build everything and run every test
 	@$(INSTALL) build test
@@ -69,4 +73,4 @@ clean: ## remove everything that was built
 	@rm -rf build
 
 help: ## this list
-	@awk -F':.*## ' '/^[a-z]+:.*## / { printf "  make %-8s %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
+	@awk -F':.*## ' '/^[a-z-]+:.*## / { printf "  make %-14s %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
