@@ -1,15 +1,20 @@
 #include "core/MasterEffectScale.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
+
+#include "fx/EffectCatalogue.h"
 
 namespace orvantesco {
 
 namespace {
 
 constexpr double kLn10Over20 = 0.1151292546497;
+
+// The slots have the same drive and filters, and call the slopes by the same names.
+constexpr int kDrivePairType = 56;
+constexpr int kDrivePairMode = 3;
 
 using Scale = MasterFxValue (*)(double x);
 
@@ -19,7 +24,7 @@ struct Knob {
   Scale scale = nullptr;
 };
 
-MasterFxValue percent(double x) { return {100.0 * x, x}; }
+MasterFxValue shownInPercent(double x) { return {100.0 * x, x}; }
 
 MasterFxValue same(double value) { return {value, value}; }
 
@@ -60,7 +65,7 @@ double powerOfTwo(double y) {
   return std::ldexp(fraction, whole);
 }
 
-/// The lower tenth of the filters' travel: 50 Hz to 2 kHz.
+/// The lower part of the filters' travel, three fifths of it: 50 Hz to 2 kHz.
 MasterFxValue reverbHiPass(double x) {
   constexpr double kLog2Of400 = 8.643856189774724;
   const double native = 0.61568910657988 * x;
@@ -81,7 +86,7 @@ using Row = std::array<Knob, kMasterFxKnobs>;
 constexpr std::array<Row, kMasterFxMenuEntries - 1> kKnobs{{
     {{{{"ORVANT SIZE", 1, " %"}, orvantSize},
       {{"ORVANT DECAY", 2, " %"}, orvantDecay},
-      {{"ORVANT MODULATION", 2, " %"}, percent},
+      {{"ORVANT MODULATION", 2, " %"}, shownInPercent},
       {{"ORVANT DAMP FREQ", 0, " Hz"}, orvantDamp}}},
     {{{{"HALL SIZE", 1, " sec"}, hallSize},
       {{"HALL PREDELAY", 0, " msec"}, hallPreDelay},
@@ -105,7 +110,7 @@ constexpr std::array<Row, kMasterFxMenuEntries - 1> kKnobs{{
       {{"HISHELF FREQ", 1, " Hz"}, highShelfHz}}},
     {{{{"HIPASS FREQ", 1, " Hz"}, frequency},
       {{"LOPASS FREQ", 1, " Hz"}, frequency},
-      {{"GAIN", 1, " %"}, percent},
+      {{"GAIN", 1, " %"}, shownInPercent},
       {{"MODE", 0, ""}, driveMode}}},
 }};
 
@@ -120,7 +125,7 @@ const Knob* knobAt(int menuPosition, int knob) noexcept {
 
 MasterFxValue masterFxScale(int menuPosition, int knob, double x) noexcept {
   const Knob* known = knobAt(menuPosition, knob);
-  return known != nullptr ? known->scale(x) : percent(x);
+  return known != nullptr ? known->scale(x) : shownInPercent(x);
 }
 
 MasterFxStyle masterFxStyle(int menuPosition, int knob) noexcept {
@@ -129,11 +134,9 @@ MasterFxStyle masterFxStyle(int menuPosition, int knob) noexcept {
 }
 
 std::string_view masterFxLabel(int menuPosition, int knob, double shown) noexcept {
-  static constexpr std::array<std::string_view, 6> kDriveModes{"12db-S", "24db-S", "36db-S",
-                                                               "12db-P", "24db-P", "36db-P"};
   const Knob* known = knobAt(menuPosition, knob);
   if (known == nullptr || known->scale != driveMode) return {};
-  return kDriveModes[std::min(static_cast<std::size_t>(shown), kDriveModes.size() - 1)];
+  return fxParamLabel(kDrivePairType, kDrivePairMode, shown);
 }
 
 }  // namespace orvantesco

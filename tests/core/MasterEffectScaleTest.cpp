@@ -2,7 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <complex>
+#include <numbers>
+#include <string>
 #include <vector>
+
+#include "fx/LPHP.h"
 
 namespace orvantesco {
 namespace {
@@ -41,7 +47,8 @@ TEST(MasterEffectScale, ReverbAndRoom) {
              {2, 3, 0.5, 50.0, 0.9330329915368074},
              {3, 0, 1.0, 4.0, 4.0},
              {3, 1, 0.5, 100.0, 4410.0},
-             {3, 3, 1.0, 100.0, 0.9}});
+             {3, 3, 1.0, 100.0, 0.9},
+             {3, 3, 0.5, 50.0, 0.8397296923831267}});
 }
 
 TEST(MasterEffectScale, TheHighPassOfTheReverbsRunsFrom50To2000Hz) {
@@ -80,8 +87,40 @@ TEST(MasterEffectScale, Drive) {
              {7, 3, 0.1, 1.0, 1.0},
              {7, 3, 0.29, 1.0, 1.0},
              {7, 3, 1.0, 5.0, 5.0}});
-  EXPECT_EQ(masterFxLabel(7, 3, 5.0), "36db-P");
   EXPECT_EQ(masterFxLabel(7, 2, 1.0), "");
+}
+
+constexpr int kBinsOf = 4096;
+
+/// What the drive's filters let through of a tone far below the high-pass, in dB; `bin` of 4096.
+double heardDb(int mode, int bin) {
+  LPHP pair;
+  pair.setParam(0, 0.75);
+  pair.setParam(1, 1.0);
+  pair.setParam(3, mode);
+  const double w = 2.0 * std::numbers::pi * bin / kBinsOf;
+  std::complex<double> sum = 0.0;
+  for (int i = 0; i < 4 * kBinsOf; i += kVectorLength) {
+    double vector[kVectorLength];
+    for (int k = 0; k < kVectorLength; ++k) vector[k] = 0.01 * std::sin(w * (i + k));
+    pair.process(vector, nullptr);
+    for (int k = 0; k < kVectorLength && i >= 3 * kBinsOf; ++k) {
+      sum += vector[k] * std::polar(1.0, -w * (i + k));
+    }
+  }
+  return 20.0 * std::log10(std::abs(sum));
+}
+
+TEST(MasterEffectScale, TheModesOfTheDriveAreNamedByTheSlopesThatRun) {
+  for (int mode = 0; mode < 6; ++mode) {
+    const std::string name(masterFxLabel(7, 3, mode));
+    const bool isSeries = name.substr(name.find('-')) == "-S";
+    EXPECT_EQ(isSeries, mode < 3) << name;
+    if (!isSeries) continue;
+    // Over the octave that ends two octaves below the corner, 4.5 kHz.
+    const double slope = heardDb(mode, 104) - heardDb(mode, 52);
+    EXPECT_NEAR(slope / std::stod(name), 1.0, 0.1) << name;
+  }
 }
 
 TEST(MasterEffectScale, OffAndBeyondTheMenuTheKnobIsItself) {

@@ -206,7 +206,7 @@ TEST_F(ReadoutTest, MasterEffects) {
        "PEAK FREQ 2|10025.0| Hz"},
       {"LOSHELF GAIN|0.0| db", "LOSHELF FREQ|525.0| Hz", "HISHELF GAIN|0.0| db",
        "HISHELF FREQ|3875.0| Hz"},
-      {"HIPASS FREQ|1000.0| Hz", "LOPASS FREQ|1000.0| Hz", "GAIN|50.0| %", "MODE|12db-P|"},
+      {"HIPASS FREQ|1000.0| Hz", "LOPASS FREQ|1000.0| Hz", "GAIN|50.0| %", "MODE|24db-P|"},
   };
   for (std::size_t type = 0; type < table.size(); ++type) {
     set(kMasterFx, static_cast<double>(type + 1));
@@ -219,12 +219,12 @@ TEST_F(ReadoutTest, MasterEffects) {
 
 TEST_F(ReadoutTest, DriveModesOfTheMasterEffect) {
   set(kMasterFx, 7);
-  expectAll({{1057, 0.0, "MODE|12db-S|"},
-             {1057, 20.0, "MODE|24db-S|"},
-             {1057, 40.0, "MODE|36db-S|"},
-             {1057, 60.0, "MODE|12db-P|"},
-             {1057, 80.0, "MODE|24db-P|"},
-             {1057, 100.0, "MODE|36db-P|"}});
+  expectAll({{1057, 0.0, "MODE|24db-S|"},
+             {1057, 20.0, "MODE|48db-S|"},
+             {1057, 40.0, "MODE|72db-S|"},
+             {1057, 60.0, "MODE|24db-P|"},
+             {1057, 80.0, "MODE|48db-P|"},
+             {1057, 100.0, "MODE|72db-P|"}});
 }
 
 TEST_F(ReadoutTest, SwitchesAndMenusHaveNone) {
