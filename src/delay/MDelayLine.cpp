@@ -4,7 +4,7 @@
 
 namespace orvantesco {
 
-void MDelayLine::reset() noexcept { std::fill_n(begin, length, 0.0F); }
+void MDelayLine::reset() noexcept { placePointers(); }
 
 void MDelayLine::setMaxDelay(int samples) {
   const int longest = std::max(samples, 0);
@@ -13,16 +13,25 @@ void MDelayLine::setMaxDelay(int samples) {
   storage.resize(static_cast<std::size_t>(length));
   begin = storage.data();
   end = begin + length;
+  placePointers();
+}
+
+void MDelayLine::placePointers() noexcept {
   writePtr = begin;
+  readableEnd = begin;
   const int behind = std::clamp(delay, 0, maxDelay);
   readPtr = behind == 0 ? begin : end - behind;
 }
 
-/// A piece that crosses the ring's end.
+/// A piece that crosses the ring's end, or reaches what is not written.
 const float* MDelayLine::joined(const float* from, int n, float* scratch) const noexcept {
-  const auto beforeEnd = static_cast<int>(end - from);
-  std::copy_n(from, beforeEnd, scratch);
-  std::copy_n(begin, n - beforeEnd, scratch + beforeEnd);
+  for (int done = 0; done < n; from = begin) {
+    const int piece = std::min(n - done, static_cast<int>(end - from));
+    const int written = std::clamp(static_cast<int>(readableEnd - from), 0, piece);
+    std::copy_n(from, written, scratch + done);
+    std::fill_n(scratch + done + written, piece - written, 0.0F);
+    done += piece;
+  }
   return scratch;
 }
 

@@ -37,9 +37,9 @@ void MSVRAP1ModDelayLine::takeModulation() noexcept {
 float MSVRAP1ModDelayLine::process(float /*in*/) noexcept {
   if (sampleCount == 0) takeModulation();
   if (++sampleCount == modPeriod) sampleCount = 0;
-  const float older = *readPtr;
+  const float older = at(readPtr);
   readPtr = next(readPtr);
-  output = older + (*readPtr - output) * fraction;
+  output = older + (at(readPtr) - output) * fraction;
   return output;
 }
 

@@ -15,6 +15,8 @@ namespace {
 constexpr double kReferenceRate = 44100.0;
 constexpr double kLargestRatio = 2.17687074829932;  ///< 96000 / 44100
 constexpr int kLongestPreDelay = 144000;
+/// Whole samples that a product missed by its rounding are whole samples.
+constexpr double kSampleRounding = 1e-6;
 
 // Prime, so that the echoes of two lines meet as late as can be. The short set is a room's.
 constexpr int kShortSetLines = 12;
@@ -90,8 +92,6 @@ void AFdnReverb::placeLines() noexcept {
     ModulatedLine& swung = *modulatedLine[static_cast<std::size_t>(i)];
     swung.oscillator.setFrequency(kSwingHz, static_cast<float>(sampleRate / kSwingPeriod),
                                   kSwingPhaseStep * static_cast<float>(i));
-    // The memory is as long as ever: this only puts the write back to its start.
-    swung.line.setMaxDelay(lengthAllocated(lines, i, kSwingSamples));
     swung.line.setCentreDelay(lengthInUse(lines, i));
     swung.line.setModDepth(kSwingSamples);
     swung.line.reset();
@@ -99,7 +99,6 @@ void AFdnReverb::placeLines() noexcept {
   for (int i = modulatedLines; i < lines; ++i) {
     MDelayLine& line = lineAt(i);
     line.setDelay(lengthInUse(lines, i));
-    line.setMaxDelay(lengthAllocated(lines, i, 0));
     line.reset();
   }
 }
@@ -135,9 +134,10 @@ void AFdnReverb::setParam(int index, double value) noexcept {
     case 0:
       decaySeconds = static_cast<float>(std::max(value, 0.001));
       inverseDecay = static_cast<float>(1.0 / std::max(value, 0.001));
+      updateGains();
       break;
     case 1:
-      preDelayKnob = std::trunc(std::clamp(value, 0.0, static_cast<double>(kLongestPreDelay)));
+      preDelayKnob = std::clamp(value, 0.0, static_cast<double>(kLongestPreDelay));
       updatePreDelay();
       break;
     case 2:
@@ -145,15 +145,15 @@ void AFdnReverb::setParam(int index, double value) noexcept {
       break;
     case 3:
       damping = 0.99F - 0.89F * static_cast<float>(std::clamp(value, 0.0, 1.0));
+      updateGains();
       break;
     default:
-      return;
+      break;
   }
-  updateGains();
 }
 
 void AFdnReverb::updatePreDelay() noexcept {
-  const double samples = preDelayKnob * sampleRate / kReferenceRate;
+  const double samples = preDelayKnob * sampleRate / kReferenceRate + kSampleRounding;
   preDelaySamples = std::min(static_cast<int>(samples), kLongestPreDelay - kVectorLength);
 }
 

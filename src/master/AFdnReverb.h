@@ -15,10 +15,10 @@ namespace orvantesco {
 /// A reverb of up to 16 delay lines that feed each other through a Householder reflection: a sum
 /// of both inputs goes in, two different sums of the lines come out. The first lines swing a
 /// little, so that no mode of the network rings on; a damping filter in each line lets the high
-/// frequencies decay faster. In single precision inside, which its decay never accumulates.
+/// frequencies decay faster. In single precision inside: what rounding adds decays with the tail.
 ///
 /// Controls for `setParam`:
-///   0 seconds to -60 dB at low frequencies, 44100 Hz; longer at higher rates, see `lineGain`
+///   0 seconds to -60 dB at low frequencies and 44100 Hz; longer at higher rates (`fdnLineGain`)
 ///   1 pre-delay in samples at 44100 Hz, whatever the rate
 ///   2 corner of the input's high-pass, 0..1 on the curve of all filters
 ///   3 damping, 0..1, none at 0
@@ -59,7 +59,7 @@ class AFdnReverb : public DSPShell {
   float decaySeconds = 12.0F;
   float inverseDecay = 1.0F / 12.0F;
   float damping = 0.5F;
-  double preDelayKnob = 1102.0;  ///< whole samples at 44100 Hz
+  double preDelayKnob = 1102.0;  ///< samples at 44100 Hz, not whole ones
 
   int preDelaySamples = 1102;
   FdnVector network;

@@ -8,7 +8,7 @@ namespace orvantesco {
 namespace {
 
 constexpr double kReferenceRate = 44100.0;
-constexpr double kLongestDamping = 0.98;
+constexpr double kLargestCoefficient = 0.98;
 
 }  // namespace
 
@@ -17,7 +17,7 @@ FdnLineGain fdnLineGain(const FdnDecay& decay, double length, double rateHz) noe
   const double a = decay.damping / r;
   const double g = std::pow(10.0, decay.inverseDecay * (-3.0 / rateHz) * r * length);
   const double c =
-      std::min(kLongestDamping, std::log(g) * (1.0 - 1.0 / (a * a)) * 0.575646273248511);
+      std::min(kLargestCoefficient, std::log(g) * (1.0 - 1.0 / (a * a)) * 0.575646273248511);
   return {(1.0 - c) * g, -c};
 }
 

@@ -11,7 +11,9 @@ struct FdnDecay {
 /// What a line's damping filter y = gain x - coefficient y1 is set to.
 struct FdnLineGain {
   double gain = 0.0;
-  double coefficient = 0.0;  ///< -0.98..0: with less the line would fall mute or freeze
+  /// -0.98 at least: with less the line would fall mute or freeze. Up to 0.04 above 0 where rates
+  /// below 44100 Hz and hardly any damping meet; the gain stays below 1 at all frequencies.
+  double coefficient = 0.0;
 };
 
 /// Gain g of a line of `length` samples at 44100 Hz, so that 60 dB are lost in the given time,

@@ -70,6 +70,35 @@ TEST(DelayVectors, VectorBehindTheWriteIsWhatWasWrittenThere) {
   EXPECT_EQ(wrong, 0);
 }
 
+TEST(DelayVectors, AfterAResetNothingOldIsReadAndAllIsAsNew) {
+  const Samples in = randomSamples(kVectors * kVectorLength);
+  for (const size_t usedVectors : {1, 9, 60}) {
+    MDelayLine used, fresh;
+    for (MDelayLine* line : {&used, &fresh}) {
+      line->setDelay(77);
+      line->setMaxDelay(300);
+    }
+    for (size_t i = 0; i < usedVectors; ++i) writeVector(used, &in[i * kVectorLength]);
+    used.reset();
+    Samples fromUsed, fromFresh;
+    const auto take = [&](MDelayLine& line, size_t at, Samples& to) {
+      float scratch[kVectorLength];
+      const float* next = line.readVector(scratch);
+      to.insert(to.end(), next, next + kVectorLength);
+      writeVector(line, &in[at]);
+      for (const int behind : {32, 33, 150, 300}) {
+        const float* piece = line.vectorBehind(behind, scratch);
+        to.insert(to.end(), piece, piece + kVectorLength);
+      }
+    };
+    for (size_t at = 0; at < in.size(); at += kVectorLength) {
+      take(used, at, fromUsed);
+      take(fresh, at, fromFresh);
+    }
+    EXPECT_EQ(fromUsed, fromFresh) << usedVectors;
+  }
+}
+
 void prepareSwung(MSVRAP1ModDelayLine& line, MSinOsc& oscillator, int period) {
   oscillator.setFrequency(20.0F, 882.0F, 45.0F);
   line.setModulator(&oscillator);
@@ -78,6 +107,25 @@ void prepareSwung(MSVRAP1ModDelayLine& line, MSinOsc& oscillator, int period) {
   line.setCentreDelay(300);
   line.setModDepth(7);
   line.reset();
+}
+
+TEST(DelayVectors, ASwungLineReadsNothingOldAfterAReset) {
+  const Samples in = randomSamples(kVectors * kVectorLength);
+  MSVRAP1ModDelayLine line;
+  MSinOsc oscillator;
+  prepareSwung(line, oscillator, 50);
+  for (size_t at = 0; at < in.size(); at += kVectorLength) writeVector(line, &in[at]);
+  line.reset();
+  const Samples silence(kVectorLength, 0.0F);
+  Samples got;
+  for (int i = 0; i < kVectors; ++i) {
+    SwungScratch scratch;
+    const SwungSpan span = line.readSpan(scratch);
+    got.insert(got.end(), span.now, span.now + kVectorLength);
+    got.insert(got.end(), span.next, span.next + kVectorLength);
+    writeVector(line, silence.data());
+  }
+  EXPECT_EQ(got, Samples(got.size(), 0.0F));
 }
 
 TEST(DelayVectors, SpansOfASwungLineInterpolateToItsSamples) {

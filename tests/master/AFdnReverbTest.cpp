@@ -17,7 +17,7 @@ TEST(AFdnReverb, IsTheNetworkSampleBySample) {
   const FdnSetting settings[] = {
       {5.64, 2205.0, 0.123, 0.93}, {1.0, 0.0, 0.6, 0.0}, {30.0, 17.0, 0.0, 0.5}};
   const Stereo in = stereoNoise(300, 1.0);
-  for (const double rate : kRates) {
+  for (const double rate : kEngineRates) {
     const ScopedRate scope(rate);
     for (const FdnLayout& layout : kFdnLayouts) {
       for (const FdnSetting& setting : settings) {
@@ -66,7 +66,7 @@ TEST(AFdnReverb, FirstEchoComesBehindPreDelayAndShortestLine) {
 }
 
 TEST(AFdnReverb, PreDelayLastsAsLongAtEveryRate) {
-  for (const double rate : kRates) {
+  for (const double rate : kEngineRates) {
     const ScopedRate scope(rate);
     const Stereo a = sounded({10, 0, 4}, {2.0, 0.0, 0.0, 0.0}, stereoImpulse(900));
     const Stereo b = sounded({10, 0, 4}, {2.0, 8820.0, 0.0, 0.0}, stereoImpulse(900));
@@ -76,6 +76,34 @@ TEST(AFdnReverb, PreDelayLastsAsLongAtEveryRate) {
       largest = std::max(largest, std::fabs(a.left[i] - b.left[i + shift]));
     }
     EXPECT_LT(largest, 1e-15) << rate;
+  }
+}
+
+/// Sample at which the first echo comes; without pre-delay, that of the shortest line.
+size_t firstEcho(AFdnReverb& reverb) {
+  reverb.setParam(2, 0.0);
+  const Stereo out = runStereo(reverb, stereoImpulse(400));
+  const auto isSounding = [](double x) { return std::fabs(x) > 1e-3; };
+  return static_cast<size_t>(std::find_if(out.left.begin(), out.left.end(), isSounding) -
+                             out.left.begin());
+}
+
+TEST(AFdnReverb, PreDelayIsRoundedOnceAndToTheSampleThatIsMeant) {
+  struct Row {
+    double rate, knob;
+    size_t samples;
+  };
+  // 35 ms; 145 ms, as the product of a knob and the rate comes out; a fraction of a sample.
+  const Row rows[] = {{48000.0, 1543.5, 1680},
+                      {48000.0, 144.99999999999997 * 44.1, 6960},
+                      {96000.0, 1102.9, 2400},
+                      {44100.0, 1102.9, 1102}};
+  for (const Row& row : rows) {
+    const ScopedRate scope(row.rate);
+    AFdnReverb without(10, 0, 4), with(10, 0, 4);
+    without.setParam(1, 0.0);
+    with.setParam(1, row.knob);
+    EXPECT_EQ(firstEcho(with) - firstEcho(without), row.samples) << row.rate << " " << row.knob;
   }
 }
 

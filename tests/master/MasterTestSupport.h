@@ -6,6 +6,9 @@
 
 namespace orvantesco::testing_support {
 
+/// The engine's lowest rate, which hosts at 22050 Hz get, the usual ones, and its highest.
+inline const double kEngineRates[] = {32000.0, 44100.0, 48000.0, 96000.0};
+
 /// Two channels of any length that is a multiple of 32.
 struct Stereo {
   Signal left, right;
