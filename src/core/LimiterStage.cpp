@@ -10,7 +10,8 @@ void LimiterStage::take(int mode, double boostDb) noexcept {
   limiter.setBoostDb(boostDb);
   if (on && !wasOn) {
     limiter.setMode(mode, false);
-    limiter.reset();
+    // Still draining it goes on: what it holds has not been heard yet.
+    if (vectorsToDrain == 0) limiter.reset();
     vectorsToDrain = 0;
   } else if (on && mode != limiter.modeAsked()) {
     limiter.setMode(mode, true);

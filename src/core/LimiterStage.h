@@ -9,8 +9,8 @@ namespace orvantesco {
 ///
 /// Both roads of the wet signal, through the limiter and beside it, are `limiterLookahead` samples
 /// long, so the switch loses and repeats nothing: taken in, the limiter starts empty while the
-/// other road still gives what has entered it; taken out, it still gives what it holds. Audio
-/// thread only, or while it is out.
+/// other road still gives what has entered it; taken out, it still gives what it holds, and if it
+/// is taken in again meanwhile it keeps that. Audio thread only, or while it is out.
 class LimiterStage {
  public:
   /// Takes "Limiter On" (0 off, else a MasterLimiter::Mode) and the boost in dB. A change from one

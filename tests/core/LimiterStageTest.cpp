@@ -106,6 +106,28 @@ TEST(LimiterStage, SwitchingFastInAndOutChangesNoSampleBelowTheLimit) {
   }
 }
 
+TEST(LimiterStage, SwitchingWithinItsLookaheadLosesNoSampleEither) {
+  for (const double rate : {44100.0, 48000.0, 96000.0}) {
+    for (const int subBlocksOut : {1, 2, 3, 4}) {
+      WetRig plain(rate), switched(rate);
+      for (WetRig* rig : {&plain, &switched}) rig->warmUp(0.3);
+      StereoBuffer expected = noise(6400, 0.1);
+      StereoBuffer audio = expected;
+      plain.render(expected);
+      for (int subBlock = 0; subBlock < 200; ++subBlock) {
+        const bool isOut = subBlock % 20 < subBlocksOut;
+        switched.set(kLimiterOn, isOut ? kOff : MasterLimiter::kFast);
+        switched.block(audio, static_cast<std::size_t>(subBlock) * 32, 32);
+      }
+      double worst = 0.0;
+      for (std::size_t i = 0; i < audio.size(); ++i) {
+        worst = std::max(worst, std::abs(audio.left[i] - expected.left[i]));
+      }
+      EXPECT_LT(worst, 1e-15) << rate << " " << subBlocksOut;
+    }
+  }
+}
+
 TEST(LimiterStage, FadesFromModeToModeButStartsAtOnce) {
   WetRig rig;
   StereoBuffer audio(48000);
