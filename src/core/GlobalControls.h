@@ -35,11 +35,13 @@ struct GlobalControls {
 enum GlobalRequest : unsigned {
   kClearMasterReturn = 1u << 0,   ///< zero masterReturnL/R
   kClearMasterSend = 1u << 1,     ///< zero masterSendL/R and masterReturnL/R
-  kResetMasterEffect = 1u << 2,   ///< reset the selected master effect, lift its bypass
-  kTakeMasterFxParams = 1u << 3,  ///< hand the four knobs and the bypass to the selected effect
+  kResetMasterEffect = 1u << 2,   ///< clear the selected master effect and hand it its bypass
+  kTakeMasterBypass = 1u << 3,    ///< hand the bypass to the selected master effect
   kTakeLimiter = 1u << 4,         ///< hand mode and boost to the limiter
   kTakeMainModRate = 1u << 5,     ///< hand the rate to the main modulator
   kStartFade = 1u << 6,           ///< silence, then 100 ms up again
+  kTakeMasterFxParam = 1u << 7,   ///< hand knob 0 to the selected master effect; shifted, 1..3
+  kTakeMasterFxParams = 15u << 7  ///< hand it all four
 };
 
 }  // namespace orvantesco

@@ -25,12 +25,16 @@ void Orvantesco::takeMasterEffect(unsigned bits) noexcept {
   if (bits & kClearMasterSend) masterFxRunning = globals.masterFxType;
   DSPShell* effect = selectedMasterEffect();
   if (effect == nullptr) return;
-  // Setting the bypass resets as well, so that neither a choice nor a switch brings an old tail
-  // back; a knob must not cut the tail that sounds.
+  // Neither a choice nor a switch brings anything old back; a knob must not cut the tail that
+  // sounds.
   const bool bypass = globals.masterFxBypass;
-  if ((bits & kResetMasterEffect) || effect->isBypassed() != bypass) effect->setBypass(bypass);
-  if ((bits & kTakeMasterFxParams) == 0) return;
+  if ((bits & kResetMasterEffect) || effect->isBypassed() != bypass) {
+    if (effect->isBypassed() != bypass) effect->setBypass(bypass);
+    effect->clearState();
+  }
+  // One by one: a reverb's size takes two transcendental functions for each of its lines.
   for (int knob = 0; knob < kMasterFxKnobs; ++knob) {
+    if ((bits & (kTakeMasterFxParam << knob)) == 0) continue;
     const double x = globals.masterFxParam[static_cast<std::size_t>(knob)];
     effect->setParam(knob, masterFxScale(masterFxRunning - kMasterFxOff, knob, x).native);
   }

@@ -112,23 +112,60 @@ TEST(MasterEffect, AfterAChangeOfRateItAnswersAsANewOne) {
 }
 
 TEST(MasterEffect, AtOffNothingIsSentAndNothingComesBack) {
-  MasterRig rig;
+  MasterRig rig, without;
+  without.set(kMasterFxSend, 0.0);
   const StereoBuffer in = noise(9600);
-  EXPECT_EQ(peak(rig.returned(in)), 0.0);
+  const auto expectNothing = [&] {
+    for (MasterRig* each : {&rig, &without}) each->returned(StereoBuffer(320));  // the latency
+    StereoBuffer heard = in, expected = in;
+    rig.render(heard);
+    without.render(expected);
+    EXPECT_EQ(largestDifference(heard, expected), 0.0);
+    EXPECT_GT(peak(heard), 0.01);
+    EXPECT_EQ(peak(rig.returned(in)), 0.0);
+    without.returned(in);
+  };
+  expectNothing();
   rig.choose(kMasterReverb);
   EXPECT_GT(peak(rig.returned(in)), 0.01);
+  without.returned(in);
   rig.set(kMasterFx, kMasterOff);
-  EXPECT_EQ(peak(rig.returned(in)), 0.0);
+  expectNothing();
+}
+
+TEST(MasterEffect, AnotherThatIsChosenStraightAwayAnswersAsANewOne) {
+  const StereoBuffer in = noise(1600);
+  const auto changed = [&](int from, int to, bool bypass) {
+    MasterRig rig;
+    rig.set(kMasterFxBypass, bypass ? 1 : 0);
+    rig.choose(from);
+    rig.returned(in);
+    rig.choose(to);
+    return rig.returned(in);
+  };
+  for (int from = 1; from < kMasterFxMenuEntries; ++from) {
+    for (int to = 1; to < kMasterFxMenuEntries; ++to) {
+      if (to == from) continue;
+      EXPECT_EQ(largestDifference(changed(from, to, false), alone(to, changed(from, to, true))),
+                0.0)
+          << from << " " << to;
+    }
+  }
 }
 
 TEST(MasterEffect, ChoosingAnEffectAgainBringsNoOldTailBack) {
-  MasterRig rig;
-  rig.choose(kMasterReverb);
-  rig.returned(noise(9600));
-  rig.set(kMasterFxSend, 0.0);
-  rig.set(kMasterFx, kMasterOff);
-  rig.set(kMasterFx, kMasterReverb);
-  EXPECT_LT(peak(rig.returned(StereoBuffer(6400))), 1e-12);
+  for (int menuPosition = 1; menuPosition < kMasterFxMenuEntries; ++menuPosition) {
+    for (const int between : {int{kMasterOff}, menuPosition % 7 + 1}) {
+      MasterRig rig;
+      rig.choose(menuPosition);
+      rig.returned(noise(9600));
+      rig.set(kMasterFxSend, 0.0);
+      rig.set(kMasterFx, between);
+      rig.returned(StereoBuffer(9600));
+      rig.set(kMasterFx, menuPosition);
+      EXPECT_LT(peak(rig.returned(StereoBuffer(9600))), 1e-12) << menuPosition << " " << between;
+    }
+  }
 }
 
 TEST(MasterEffect, BypassLetsTheSendPassAndDropsTheTail) {

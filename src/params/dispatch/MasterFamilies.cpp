@@ -40,7 +40,7 @@ void masterFx(ParamDispatch& change) {
 
 void masterFxBypass(ParamDispatch& change) {
   change.globals().masterFxBypass = change.isOn();
-  change.postGlobal(kTakeMasterFxParams);
+  change.postGlobal(kTakeMasterBypass);
   for (int knob = 0; knob < kMasterFxKnobs; ++knob) {
     change.editor().enableKnob(kMasterFxParam + knob, !change.isOn());
   }
@@ -50,7 +50,7 @@ void masterFxParam(ParamDispatch& change) {
   GlobalControls& globals = change.globals();
   const int menuPosition = globals.masterFxType - kMasterFxOff;
   globals.masterFxParam[static_cast<std::size_t>(change.member)] = change.percent();
-  change.postGlobal(kTakeMasterFxParams);
+  change.postGlobal(kTakeMasterFxParam << change.member);
   const MasterFxStyle style = masterFxStyle(menuPosition, change.member);
   change.show({style.caption, style.decimals, style.unit});
   change.shown = masterFxScale(menuPosition, change.member, change.percent()).shown;

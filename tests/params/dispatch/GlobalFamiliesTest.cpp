@@ -93,7 +93,7 @@ TEST_F(GlobalFamiliesTest, AutomationAndBulkOperationsKeepTheFourKnobs) {
 TEST_F(GlobalFamiliesTest, TheMasterBypassGreysTheKnobsOut) {
   set(kMasterFxBypass, 1);
   EXPECT_TRUE(probe.globals().masterFxBypass);
-  EXPECT_EQ(probe.globalRequests(), kTakeMasterFxParams);
+  EXPECT_EQ(probe.globalRequests(), kTakeMasterBypass);
   for (int knob = 0; knob < 4; ++knob) {
     EXPECT_TRUE(editor.saw("enableKnob " + std::to_string(kMasterFxParam + knob) + " no"));
   }
@@ -101,10 +101,16 @@ TEST_F(GlobalFamiliesTest, TheMasterBypassGreysTheKnobsOut) {
   EXPECT_TRUE(editor.saw("enableKnob 1054 yes"));
 }
 
-TEST_F(GlobalFamiliesTest, AMasterKnobIsHandedToTheEffect) {
-  set(kMasterFxParam + 2, 35.0);
-  EXPECT_DOUBLE_EQ(probe.globals().masterFxParam[2], 0.35);
-  EXPECT_EQ(probe.globalRequests(), kTakeMasterFxParams);
+TEST_F(GlobalFamiliesTest, AMasterKnobAloneIsHandedToTheEffect) {
+  unsigned all = 0;
+  for (int knob = 0; knob < 4; ++knob) {
+    set(kMasterFxParam + knob, 35.0);
+    EXPECT_DOUBLE_EQ(probe.globals().masterFxParam[static_cast<std::size_t>(knob)], 0.35);
+    const unsigned posted = probe.globalRequests();
+    EXPECT_EQ(posted, kTakeMasterFxParam << knob);
+    all |= posted;
+  }
+  EXPECT_EQ(all, kTakeMasterFxParams);
 }
 
 }  // namespace
