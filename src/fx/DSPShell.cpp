@@ -7,6 +7,12 @@
 
 namespace orvantesco {
 
+namespace {
+
+constexpr double kSilence[kVectorLength] = {};
+
+}  // namespace
+
 DSPShell::DSPShell(bool isRight) noexcept : channelSign(isRight ? -1.0 : 1.0) {
   disconnectModulation();
 }
@@ -62,8 +68,10 @@ void DSPShell::connect(const double* in, double* out) noexcept {
 void DSPShell::process(double* in, double* out) noexcept {
   if (bypassed) return;
   connect(in, out != nullptr ? out : in);
-  // A stereo block run on one channel works on a spare vector for the other.
-  input2 = output2 = scratchB + kVectorLength;
+  // A stereo block run on one channel hears silence on the other, not its own last output, and
+  // leaves there what nobody takes.
+  input2 = kSilence;
+  output2 = scratchB + kVectorLength;
   processBlock();
   guard(false);
 }
