@@ -31,7 +31,7 @@ TEST(Ambience, IsTheNetworkSampleBySample) {
   const AmbienceSetting settings[] = {
       {2.3, 0.7, 0.3, 0.7}, {1.2, 0.998, 1.0, 1.0}, {5.2, 0.9, 0.0, 0.3}, {0.0, 0.5, 0.5, 0.9}};
   const Stereo in = stereoNoise(1200, 1.0);
-  for (const double rate : kRates) {
+  for (const double rate : kEngineRates) {
     const ScopedRate scope(rate);
     for (const AmbienceSetting& setting : settings) {
       const Stereo out = sounded(setting, in);
@@ -105,17 +105,41 @@ TEST(Ambience, DriftMovesTheSoundAndWithoutItItStandsStill) {
   EXPECT_GT(twoPassages(1.0), 0.01);
 }
 
-TEST(Ambience, TheDriftStaysWithinItsDepthForMinutes) {
-  AmbienceModel model(44100.0);
-  double highest = 0.0;
-  AmbienceSetting setting{0.0, 0.0, 1.0, 0.5};
-  const Stereo vector = stereoSilence(100);
-  for (int i = 0; i < 300; ++i) {
-    model.run(setting, vector);
-    highest = std::max({highest, std::fabs(model.x) * 0.05107, std::fabs(model.y) * 0.0679});
+/// Plays a click in both channels every `spacing` vectors for some time, and gives how far behind
+/// each one its echo comes back on the left and on the right, in samples.
+std::array<Signal, 2> echoesOfClicks(Ambience& ambience, int clicks, int spacing) {
+  std::array<Signal, 2> distances;
+  for (int click = 0; click < clicks; ++click) {
+    const Stereo out = runStereo(ambience, stereoImpulse(spacing));
+    for (size_t side = 0; side < 2; ++side) {
+      const Signal& heard = side == 0 ? out.left : out.right;
+      const auto highest = std::max_element(heard.begin(), heard.end(), [](double x, double y) {
+        return std::fabs(x) < std::fabs(y);
+      });
+      distances[side].push_back(static_cast<double>(highest - heard.begin()));
+    }
   }
-  EXPECT_LT(highest, 1.3);
-  EXPECT_GT(highest, 0.5);
+  return distances;
+}
+
+TEST(Ambience, TheDriftOfBothLinesStaysWithinItsDepthForMinutes) {
+  constexpr double kLengths[] = {4297.0, 1669.0};
+  Ambience ambience;
+  apply({1.2, 0.0, 1.0, 1.0}, ambience);
+  runStereo(ambience, stereoSilence(400));
+  const auto distances = echoesOfClicks(ambience, 800, 200);  // two minutes
+  for (size_t side = 0; side < 2; ++side) {
+    double highest = -1.0, lowest = 1.0;
+    for (const double distance : distances[side]) {
+      const double drift = (distance / kLengths[side] - 1.2) / 0.05;
+      highest = std::max(highest, drift);
+      lowest = std::min(lowest, drift);
+    }
+    EXPECT_LT(highest, 1.3) << side;
+    EXPECT_GT(lowest, -1.3) << side;
+    EXPECT_GT(highest, 0.5) << side;
+    EXPECT_LT(lowest, -0.5) << side;
+  }
 }
 
 TEST(Ambience, FullFeedbackWithOpenFiltersDecays) {

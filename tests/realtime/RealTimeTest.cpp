@@ -64,6 +64,27 @@ TEST(RealTime, TheLimiterAndItsChangesOfModeAskForNothing) {
   });
 }
 
+TEST(RealTime, EveryMasterEffectItsKnobsAndItsChangesAskForNothing) {
+  EngineRig rig;
+  rig.set(kSlotOn, 1);
+  rig.set(kMasterFxSend, 100);
+  rig.warmUp();
+  StereoBuffer audio = noise(3200);
+  const auto setAndRender = [&](int paramIdx, double value) {
+    rig.set(paramIdx, value);
+    rig.render(audio, 333);
+  };
+  expectRealTime("all seven, from one straight to the next", [&] {
+    for (const int choice : {1, 2, 3, 4, 5, 6, 7, 2, 1, 3, 0, 7}) {
+      setAndRender(kMasterFx, choice);
+      for (int knob = 0; knob < 4; ++knob) {
+        for (const double value : {0.0, 100.0, 40.0}) setAndRender(kMasterFxParam + knob, value);
+      }
+      for (const int bypass : {1, 0}) setAndRender(kMasterFxBypass, bypass);
+    }
+  });
+}
+
 TEST(RealTime, AutomationOnTheAudioThreadAsksForNothing) {
   EngineRig rig;
   for (int slot = 0; slot < 4; ++slot) rig.set(kSlotOn + slot, 1);
