@@ -40,7 +40,7 @@ class QLMFilter : public DSPShell {
 
   Smoother cutoffSmoother{1.0};
   Smoother resonanceSmoother;
-  Smoother gainSmoother{5.0 / kVectorLength};  ///< 5 ms, ticked once per vector
+  Smoother gainSmoother{5.0 / kVectorLength};  ///< 5 ms if ticked once a vector
 
   double resonance = 0.0;
   double cutoff = 0.0;

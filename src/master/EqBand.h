@@ -9,6 +9,10 @@ namespace orvantesco {
 /// One filter of the master equaliser: its two controls, smoothed as those of every filter, and
 /// the second-order section that follows from them. The sections of several bands and of both
 /// channels run together in `EqChain`, since each alone would mostly wait for itself.
+///
+/// The smoothers are ticked every second vector: after a turn of a knob the frequency has arrived,
+/// to 0.2 %, in 64 ms and the gain in 10 ms, at any rate. They begin at 0, so a new band sweeps its
+/// corner up from 0 Hz, and a new shelf starts 9 dB below its gain. `reset` leaves them alone.
 class EqBand : public QLMFilter {
  public:
   enum class Shape { lowShelf, peak, highShelf };

@@ -68,11 +68,11 @@ void MasterLimiter::takeRate() noexcept {
   const double ms10 = decayOf(0.01);
   const double ms100 = decayOf(0.1);
   const double s1 = decayOf(1.0);
-  rates[0] = {0.0, s1, ms10};
-  rates[1] = {ms100, s1, ms10};
-  rates[2] = {decayOf(0.02), ms100, ms10};
-  rates[3] = {decayOf(0.0005), 0.0, ms3};
-  rates[4] = {0.0, 0.0, ms3};
+  rates[kEnvelope] = {0.0, s1, ms10};
+  rates[kFirstLevel] = {ms100, s1, ms10};
+  rates[kSecondLevel] = {decayOf(0.02), ms100, ms10};
+  rates[kSoftLimit] = {decayOf(0.0005), 0.0, ms3};
+  rates[kHardLimit] = {0.0, 0.0, ms3};
   rmsRate = 1.0 - decayOf(kMeanSeconds);
   fade.takeRate();
 }
@@ -161,19 +161,19 @@ void MasterLimiter::level() noexcept {
   const double shape = shapeOf(mode);
   const double scale = scaleOf(mode);
   std::copy_n(sum, blockSize, t);
-  followers[0].run(t, rates[0]);
+  followers[kEnvelope].run(t, rates[kEnvelope]);
   meanLevels(slowEnvelope);
   for (int i = 0; i < blockSize; ++i) {
     slowEnvelope[i] = 1.0 / atLeast(share * t[i] - slowEnvelope[i] + 1.0, kLeastDivisor);
     t[i] = atLeast(std::fabs(slowEnvelope[i] * shape * sum[i]), 1.0);
   }
-  followers[1].run(t, rates[1]);
+  followers[kFirstLevel].run(t, rates[kFirstLevel]);
   for (int i = 0; i < blockSize; ++i) {
     gainVector[i] = scale / t[i];
     sum[i] *= gainVector[i];
     t[i] = atLeast(std::fabs(slowEnvelope[i] * sum[i]), 1.0);
   }
-  followers[2].run(t, rates[2]);
+  followers[kSecondLevel].run(t, rates[kSecondLevel]);
   for (int i = 0; i < blockSize; ++i) {
     const double squared = 1.0 / (t[i] * t[i]);
     sum[i] *= squared;
@@ -187,7 +187,7 @@ void MasterLimiter::level() noexcept {
 void MasterLimiter::softLimit() noexcept {
   alignas(32) double t[kVectorLength];
   for (int i = 0; i < blockSize; ++i) t[i] = atLeast(std::fabs(sum[i]), 1.0);
-  followers[3].run(t, rates[3]);
+  followers[kSoftLimit].run(t, rates[kSoftLimit]);
   for (int i = 0; i < blockSize; ++i) gainVector[i] = 1.0 / t[i];
 }
 
@@ -196,7 +196,7 @@ void MasterLimiter::hardLimit() noexcept {
   alignas(32) double t[kVectorLength];
   const double* heard = delaySum.read(limiterLookahead, blockSize);
   for (int i = 0; i < blockSize; ++i) t[i] = atLeast(std::fabs(gainVector[i] * heard[i]), 1.0);
-  followers[4].run(t, rates[4]);
+  followers[kHardLimit].run(t, rates[kHardLimit]);
   for (int i = 0; i < blockSize; ++i) gainVector[i] /= t[i];
 }
 

@@ -11,8 +11,8 @@ namespace orvantesco {
 /// that drives the signal into it. One gain moves both channels, so the image stands still.
 ///
 ///     kSlowI    levels with long time constants, then a soft limit; hears the sum of both
-///               channels, so a mono signal stays at half of full scale, and what is opposite in
-///               both channels is not held at all
+///               channels, so a mono signal comes to half of full scale at most, and what is
+///               opposite in both channels is not held at all
 ///     kSlowII   the same, lighter, with a hard limit; hears the louder channel of each vector
 ///     kFast     the hard limit alone; hears the louder channel of each vector
 ///
@@ -43,7 +43,8 @@ class MasterLimiter : public Dynamics {
   void rateChanged() noexcept override;
 
  private:
-  static constexpr int kFollowers = 5;
+  /// In the order in which they follow the signal.
+  enum Follower { kEnvelope, kFirstLevel, kSecondLevel, kSoftLimit, kHardLimit, kFollowers };
 
   void takeRate() noexcept;
   void limit() noexcept;

@@ -6,6 +6,7 @@
 namespace orvantesco {
 namespace {
 
+using testing_support::kEngineRates;
 using testing_support::kInfinity;
 using testing_support::kNaN;
 using testing_support::kRates;
@@ -50,7 +51,7 @@ double responseDb(const Signal& answer, double hz) {
 }
 
 TEST(EQ_M, IsItsModelInEveryFormAtEveryRate) {
-  for (double rate : kRates) {
+  for (double rate : kEngineRates) {
     ScopedRate scope(rate);
     for (int form : kForms) {
       EQ_M eq(form);
@@ -130,6 +131,57 @@ TEST(EQ_M, PassesTheSignalWhereAllGainsAreZeroDb) {
     const Signal in = testing_support::noise(100);
     EXPECT_LT(largestDifference(testing_support::run(eq, in), in), 1e-12) << form;
   }
+}
+
+/// The last magnitude that an equaliser gives of full scale at 0 Hz after some vectors.
+double heldAfter(EQ_M& eq, int vectors) {
+  return std::fabs(testing_support::run(eq, Signal(vectors * kVectorLength, 1.0)).back());
+}
+
+TEST(EQ_M, ATurnedGainArrivesInTenMilliseconds) {
+  for (double rate : kEngineRates) {
+    ScopedRate scope(rate);
+    EQ_M eq(EQ_M::kShelfEq);
+    take(eq, {shelf(0.0), 1000.0, shelf(0.0), 7500.0});
+    const auto vectorsIn = [&](double ms) { return static_cast<int>(ms * rate / 32000.0); };
+    EXPECT_NEAR(heldAfter(eq, vectorsIn(500.0)), 1.0, 1e-6);
+    eq.setParam(0, shelf(18.0));
+    EXPECT_LT(heldAfter(eq, vectorsIn(3.0)), 0.9 * std::pow(10.0, 0.9)) << rate;
+    EXPECT_NEAR(heldAfter(eq, vectorsIn(8.0)), std::pow(10.0, 0.9), 0.15) << rate;
+  }
+}
+
+TEST(EQ_M, ATurnedFrequencyArrivesIn64Milliseconds) {
+  for (double rate : kEngineRates) {
+    ScopedRate scope(rate);
+    EQ_M eq(EQ_M::kTwoBandEq);
+    take(eq, {peak(18.0), 200.0, peak(0.0), 200.0});
+    const auto vectorsIn = [&](double ms) { return static_cast<int>(ms * rate / 32000.0); };
+    testing_support::run(eq, Signal(vectorsIn(500.0) * kVectorLength, 0.0));
+    eq.setParam(1, 4000.0);
+    Signal tone(vectorsIn(200.0) * kVectorLength);
+    for (size_t n = 0; n < tone.size(); ++n) {
+      tone[n] = std::sin(2.0 * std::numbers::pi * 4000.0 / rate * static_cast<double>(n));
+    }
+    const Signal out = testing_support::run(eq, tone);
+    const auto peakFrom = [&](double ms) {
+      const auto first = out.begin() + static_cast<long>(ms * 0.001 * rate);
+      return testing_support::peakOf({first, first + static_cast<long>(0.004 * rate)});
+    };
+    EXPECT_LT(peakFrom(4.0), 0.8 * peakFrom(190.0)) << rate;
+    EXPECT_NEAR(peakFrom(64.0), peakFrom(190.0), 0.02) << rate;
+  }
+}
+
+TEST(EQ_M, ANewOneComesUpFromBelowItsGain) {
+  EQ_M eq(EQ_M::kShelfEq);
+  take(eq, {shelf(0.0), 1000.0, shelf(0.0), 250.0});
+  const Signal out = testing_support::run(eq, Signal(600 * kVectorLength, 1.0));
+  // Both shelves: the high one, whose corner has hardly left 0 Hz, takes a part as well.
+  EXPECT_LT(out.front(), 0.4);
+  EXPECT_NEAR(out.back(), 1.0, 1e-6);
+  eq.reset();
+  EXPECT_NEAR(heldAfter(eq, 1), 1.0, 1e-6);
 }
 
 TEST(EQ_M, StaysStableWithItsHighestCornersAtEveryRate) {

@@ -7,6 +7,7 @@
 namespace orvantesco {
 namespace {
 
+using testing_support::kEngineRates;
 using testing_support::kInfinity;
 using testing_support::kNaN;
 using testing_support::kRates;
@@ -43,7 +44,7 @@ Stereo programme(int vectors) {
 }
 
 TEST(MasterLimiter, IsItsModelInEveryModeAtEveryRateAndBoost) {
-  for (double rate : kRates) {
+  for (double rate : kEngineRates) {
     ScopedRate scope(rate);
     for (int mode : kModes) {
       for (double boostDb : {0.0, 7.0, 36.0}) {
