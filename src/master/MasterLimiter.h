@@ -11,8 +11,8 @@ namespace orvantesco {
 /// that drives the signal into it. One gain moves both channels, so the image stands still.
 ///
 ///     kSlowI    levels with long time constants, then a soft limit; hears the sum of both
-///               channels, so a mono signal comes to half of full scale at most, and what is
-///               opposite in both channels is not held at all
+///               channels, so each channel of a mono signal gets half of the limit at most, and
+///               what is opposite in both channels is not held at all
 ///     kSlowII   the same, lighter, with a hard limit; hears the louder channel of each vector
 ///     kFast     the hard limit alone; hears the louder channel of each vector
 ///

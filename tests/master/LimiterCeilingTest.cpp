@@ -158,12 +158,10 @@ TEST(LimiterCeiling, IsNeverAboveHalfForASteadyMonoSignalInSlowI) {
     for (double boostDb : {0.0, 12.0, 36.0}) {
       MasterLimiter limiter;
       limiter.setBoostDb(boostDb);
-      for (int i = 0; i < 4; ++i) {
-        const Stereo out = runStereo(limiter, in);
-        const double loudest = peakOf({out.left.end() - 3200, out.left.end()});
-        EXPECT_LE(loudest, 0.5 + 1e-12) << boostDb;
-        EXPECT_GT(loudest, atLeast) << boostDb;
-      }
+      for (int i = 0; i < 8; ++i) runStereo(limiter, in);
+      const double loudest = peakOf(runStereo(limiter, in).left);
+      EXPECT_LE(loudest, 0.5 + 1e-12) << boostDb;
+      EXPECT_GT(loudest, atLeast) << boostDb;
     }
   }
 }
