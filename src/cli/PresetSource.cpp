@@ -37,6 +37,12 @@ PresetSource readPresetArgument(const std::string& argument) {
   return sourceOf(found->relativePath, parsePreset(found->embedded->text));
 }
 
+std::string fileOfPreset(const std::string& argument) {
+  if (argument.empty()) return {};
+  const auto found = findPreset(argument, presetFolders());
+  return found ? found->path : std::string();
+}
+
 std::vector<std::string> problemLines(const PresetSource& source) {
   std::vector<std::string> lines;
   for (const PresetProblem& problem : source.reading.problems) {

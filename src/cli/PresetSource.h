@@ -17,6 +17,10 @@ struct PresetSource {
 /// user's tree before the factory's). Throws a `Failure`.
 PresetSource readPresetArgument(const std::string& argument);
 
+/// Path of the file that a preset argument names, also through the library; empty where there is
+/// none.
+std::string fileOfPreset(const std::string& argument);
+
 /// Reads a preset file. Throws a `Failure`.
 PresetSource readPresetFile(const std::string& path);
 

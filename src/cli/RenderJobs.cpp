@@ -7,6 +7,7 @@
 
 #include "cli/AudioFormat.h"
 #include "cli/Failure.h"
+#include "cli/PresetSource.h"
 
 namespace orvantesco::cli {
 namespace {
@@ -68,7 +69,7 @@ void protectInputs(const std::string& output, const std::vector<std::string>& in
 void protectInputs(const RenderCall& call) {
   const RenderSettings& settings = call.settings;
   std::vector<std::string> read{settings.automationFile, settings.sideChainFile, settings.stateFile,
-                                settings.preset};
+                                fileOfPreset(settings.preset)};
   for (const RenderJob& job : call.jobs) read.push_back(job.input);
   for (const RenderJob& job : call.jobs) protectInputs(job.output, read);
 }

@@ -4,6 +4,7 @@
 
 #include "cli/Message.h"
 #include "cli/OutputFile.h"
+#include "cli/PresetSource.h"
 #include "cli/RenderJobs.h"
 
 namespace orvantesco::cli {
@@ -20,7 +21,7 @@ void SettingsFile::addTo(CLI::App& command) {
 
 std::unique_ptr<RenderEngine> SettingsFile::load() const {
   const RenderSettings settings = arguments.settings();
-  protectInputs(output, {settings.stateFile, settings.preset});
+  protectInputs(output, {settings.stateFile, fileOfPreset(settings.preset)});
   auto engine = std::make_unique<RenderEngine>(RenderEngine::Input{kAnyRateHz, 2, false}, settings);
   engine->apply(settings);
   for (const std::string& line : engine->presetWarnings()) printWarning(line);

@@ -98,6 +98,26 @@ TEST_F(PresetCommandTest, AnUpgradeGoesOnBehindAFileThatFails) {
   EXPECT_EQ(read("foreign.txt"), "RIFF");
 }
 
+TEST_F(PresetCommandTest, NeverOverwritesThePresetThatItReadsFromTheLibrary) {
+  outputOf({"preset", "install"});
+  const auto name = "Slap";
+  outputOf({"preset", "save", "-o", "slap.txt", "--set", "Feedback 1=33"});
+  std::string user;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.file("data"))) {
+    if (entry.is_directory() && entry.path().filename() == "User Presets") user = entry.path();
+  }
+  ASSERT_NE(user, "");
+  std::filesystem::copy_file(folder.file("slap.txt"), user + "/" + name + ".txt");
+  const ProgramResult result =
+      run({"preset", "save", "-o", user + "/Slap.txt", "--preset", name, "--set", "Feedback 1=44"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_NE(result.err.find("overwritten"), std::string::npos) << result.err;
+  EXPECT_NE(read("slap.txt").find("Feedback1 33"), std::string::npos);
+  std::ifstream kept(user + "/Slap.txt");
+  EXPECT_NE(std::string(std::istreambuf_iterator<char>(kept), {}).find("Feedback1 33"),
+            std::string::npos);
+}
+
 TEST_F(PresetCommandTest, RefusesWhatItCannotDo) {
   write("a.txt", presetOf(14, "EParams:\n"));
   expectRefusal(2, {"preset"}, "subcommand");
