@@ -45,8 +45,8 @@ lint: ## format, include directions, leftovers and clang-tidy
 	@scripts/check-text
 	@scripts/tidy --jobs $(JOBS)
 
-asan: ## run every test under the address and undefined-behaviour sanitizers
-	@$(INSTALL) build test
+asan: ## build with clang, and run every test under the address and undefined-behaviour sanitizers
+	@$(INSTALL) build test clang
 	@cmake --preset asan
 	@$(BUILD) asan
 	@ctest --preset asan --parallel $(JOBS)
@@ -54,7 +54,7 @@ asan: ## run every test under the address and undefined-behaviour sanitizers
 tsan: ## run the tests that use several threads under the thread sanitizer
 	@$(INSTALL) build test
 	@cmake --preset tsan
-	@$(BUILD) tsan --target threaded_tests
+	@$(BUILD) tsan
 	@ctest --preset tsan --parallel $(JOBS)
 
 clang: ## build everything with clang, and run every test

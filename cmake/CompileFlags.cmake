@@ -21,3 +21,10 @@ if(ORVANTESCO_SANITIZE)
     -fsanitize=${ORVANTESCO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(orvantesco_flags INTERFACE -fsanitize=${ORVANTESCO_SANITIZE})
 endif()
+
+# Lets ccache see through a precompiled header.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  set(pch_for_ccache -fpch-preprocess)
+else()
+  set(pch_for_ccache "SHELL:-Xclang -fno-pch-timestamp")
+endif()
