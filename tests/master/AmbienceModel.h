@@ -46,8 +46,8 @@ class AmbienceModel {
     double at(long index) const { return index < 0 ? 0.0 : written[static_cast<size_t>(index)]; }
 
     /// Reads what lies behind sample `now`.
-    double read(long now, double target, double rate) {
-      const double a = std::exp(-2.0 * std::numbers::pi / (0.005 * rate));
+    double read(long now, double target, double rateHz) {
+      const double a = std::exp(-2.0 * std::numbers::pi / (0.005 * rateHz));
       delay = target * (1.0 - a) + a * delay;
       const long k = static_cast<long>(delay);
       const double f = delay - static_cast<double>(k);
