@@ -28,7 +28,17 @@ int AudioThreadGuard::locks() const { return counts.locks; }
 
 }  // namespace orvantesco
 
+// Each compiler has its own way to say that a sanitizer owns the allocator.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define ORVANTESCO_SANITIZED
+#endif
+#endif
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define ORVANTESCO_SANITIZED
+#endif
+
+#if defined(ORVANTESCO_SANITIZED)
 
 bool orvantesco::AudioThreadGuard::works() { return false; }
 
