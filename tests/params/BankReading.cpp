@@ -1,5 +1,6 @@
 #include "params/BankReading.h"
 
+#include <algorithm>
 #include <sstream>
 
 #include "params/BankRows.h"
