@@ -100,11 +100,11 @@ double heardDb(int mode, int bin) {
   pair.setParam(3, mode);
   const double w = 2.0 * std::numbers::pi * bin / kBinsOf;
   std::complex<double> sum = 0.0;
-  for (int i = 0; i < 4 * kBinsOf; i += kVectorLength) {
+  for (int i = 0; i < 16 * kBinsOf; i += kVectorLength) {
     double vector[kVectorLength];
     for (int k = 0; k < kVectorLength; ++k) vector[k] = 0.01 * std::sin(w * (i + k));
     pair.process(vector, nullptr);
-    for (int k = 0; k < kVectorLength && i >= 3 * kBinsOf; ++k) {
+    for (int k = 0; k < kVectorLength && i >= 15 * kBinsOf; ++k) {
       sum += vector[k] * std::polar(1.0, -w * (i + k));
     }
   }
