@@ -9,10 +9,7 @@ namespace {
 constexpr std::string_view kFirstWord = "Orvantesco";
 constexpr std::string_view kParamsWord = "EParams:";
 
-/// Far more than any preset takes: 1095 lines of at most some fifty bytes.
-constexpr std::size_t kLargestFile = 16 * 1024 * 1024;
-
-/// Tokens that are looked at before the parameters. Masks are read as one with their name, so a
+/// Words before the parameters that are passed over. Masks are read as one with their name, so a
 /// file of this program passes with six.
 constexpr int kMostSections = 1095;
 
@@ -64,14 +61,14 @@ class Reading {
     }
   }
 
+  /// Values begin behind the word that ends this, even where it is only one too many.
   void readSections() {
-    for (int count = 0; count < kMostSections; ++count) {
-      const auto word = tokens.word();
-      if (!word) break;
-      if (*word == kParamsWord) return;
+    auto word = tokens.word();
+    for (int passed = 0; word && word != kParamsWord && passed < kMostSections; ++passed) {
       readSection(*word);
+      word = tokens.word();
     }
-    complain(0, "expected a section \"EParams:\" with the parameters");
+    if (word != kParamsWord) complain(0, "expected a section \"EParams:\" with the parameters");
   }
 
   void readSection(std::string_view word) {
@@ -144,8 +141,8 @@ class Reading {
       if (!key) return;
       const auto number = tokens.number();
       if (!number) {
-        complain(line, "expected a number behind \"" + std::string(key->substr(0, 40)) +
-                           "\"; nothing behind it was read");
+        complain(line, "expected a number of single precision behind \"" +
+                           std::string(key->substr(0, 40)) + "\"; nothing behind it was read");
         return;
       }
       preset().values.push_back({std::string(*key), scaled(*key, *number), line});
@@ -174,7 +171,7 @@ PresetResult parsePreset(std::string_view text) {
 }
 
 PresetResult readPreset(const std::string& path) {
-  const auto content = readFile(path, kLargestFile);
+  const auto content = readFile(path, kLargestPresetBytes);
   if (const auto* error = std::get_if<FileError>(&content)) {
     return PresetError{PresetError::Kind::noFile, "cannot be read: " + error->message};
   }

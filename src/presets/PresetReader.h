@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -8,6 +9,10 @@
 #include "presets/PresetFile.h"
 
 namespace orvantesco {
+
+/// A longer file is no preset: all 1095 parameters take less than 60 000 bytes. It bounds the time
+/// that a foreign file may cost.
+inline constexpr std::size_t kLargestPresetBytes = 1'000'000;
 
 /// Something in a preset file that does not read as it should. The rest of the file still counts.
 struct PresetProblem {
@@ -36,7 +41,7 @@ using PresetResult = std::variant<PresetReading, PresetError>;
 /// Reads the text of a preset file of any version. Any thread; takes any bytes.
 PresetResult parsePreset(std::string_view text);
 
-/// Reads a file and parses it. Control threads.
+/// Reads a file of at most `kLargestPresetBytes` and parses it. Control threads.
 PresetResult readPreset(const std::string& path);
 
 }  // namespace orvantesco

@@ -1,6 +1,8 @@
 #include "presets/TokenReader.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <limits>
 
 namespace orvantesco {
@@ -22,14 +24,38 @@ bool beginsNumber(std::string_view text, bool pointAllowed) noexcept {
   return !text.empty() && isDigit(text.front());
 }
 
-/// A number that a float cannot say: huge, or so small that it is 0.
-float heldToFloat(std::string_view digits) noexcept {
-  long double wide = 0.0L;
-  const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), wide);
-  const bool isTiny = read.ec == std::errc{} && wide > -1.0L && wide < 1.0L;
-  if (isTiny) return 0.0f;
-  const float largest = std::numeric_limits<float>::max();
-  return digits.starts_with('-') ? -largest : largest;
+/// Whether an exponent without digits stands here. The number before it was cut off: what it would
+/// have been is not known.
+bool beginsExponent(std::string_view text) noexcept {
+  return text.starts_with('e') || text.starts_with('E');
+}
+
+/// The exponent that stands behind a mantissa; one that no word holds is as good as endless.
+std::int64_t exponentOf(std::string_view number) noexcept {
+  const std::size_t mark = number.find_first_of("eE");
+  if (mark == number.npos) return 0;
+  const std::string_view digits = withoutPlus(number.substr(mark + 1));
+  std::int64_t exponent = 0;
+  const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+  constexpr std::int64_t endless = std::numeric_limits<std::int64_t>::max() / 2;
+  if (read.ec != std::errc{}) return digits.starts_with('-') ? -endless : endless;
+  return std::clamp(exponent, -endless, endless);
+}
+
+/// Whether a number is below 1 in magnitude, told by its digits, so that it may be of any size.
+bool isFraction(std::string_view number) noexcept {
+  const std::string_view mantissa = number.substr(0, number.find_first_of("eE"));
+  const std::size_t first = mantissa.find_first_of("123456789");
+  if (first == mantissa.npos) return true;
+  const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+  const auto place = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+  return place + exponentOf(number) <= 0;
+}
+
+/// A number beyond the range of a float: so small that it is 0, or too large.
+std::optional<float> outOfRange(std::string_view number) noexcept {
+  if (!isFraction(number)) return std::nullopt;
+  return number.starts_with('-') ? -0.0f : 0.0f;
 }
 
 }  // namespace
@@ -70,7 +96,9 @@ std::optional<float> TokenReader::number() noexcept {
   float number = 0.0f;
   const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number);
   position = static_cast<std::size_t>(read.ptr - text.data());
-  return read.ec == std::errc{} ? number : heldToFloat(digits);
+  if (beginsExponent(rest())) return std::nullopt;
+  if (read.ec == std::errc{}) return number;
+  return outOfRange(digits.substr(0, static_cast<std::size_t>(read.ptr - digits.data())));
 }
 
 }  // namespace orvantesco

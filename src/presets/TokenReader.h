@@ -22,8 +22,9 @@ class TokenReader {
   /// A decimal integer. One beyond 32 bits is consumed and gives nothing.
   std::optional<int> integer() noexcept;
 
-  /// A decimal number, rounded to single precision. One beyond the range of a float becomes the
-  /// largest float of its sign. Words such as "inf" and "nan" are no numbers.
+  /// A decimal number, rounded to single precision. One too small for a float is 0 with its sign,
+  /// one too large, or without the digits of its exponent, is consumed and gives nothing. Words
+  /// such as "inf" and "nan" are no numbers.
   std::optional<float> number() noexcept;
 
   /// Line (from 1) on which the next token begins.

@@ -61,7 +61,8 @@ TEST_F(PresetCommandTest, ChecksFilesAndSaysWhatIsWrongWhere) {
             "bad.txt:6: expected eight tap masks\n"
             "bad.txt:7: Feedback 1 is out of range, expected 0..160 %\n"
             "bad.txt:8: no parameter is called \"NoSuch\"\n"
-            "bad.txt:9: expected a number behind \"Level1\"; nothing behind it was read\n"
+            "bad.txt:9: expected a number of single precision behind \"Level1\"; nothing behind it "
+            "was read\n"
             "good.txt: good, version 14\n"
             "foreign.txt: is no preset file, expected \"Orvantesco\" as its first word\n"
             "missing.txt: cannot be read: No such file or directory\n");
