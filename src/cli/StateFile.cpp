@@ -10,8 +10,8 @@
 namespace orvantesco::cli {
 namespace {
 
-/// A block has some nine thousand bytes and three texts.
-constexpr std::size_t kLargestFile = 16 * 1024 * 1024;
+/// A block has some nine thousand bytes and three short texts.
+constexpr std::size_t kLargestFile = 1'000'000;
 
 StateChunk chunkOf(const std::string& path) {
   const auto content = readFile(path, kLargestFile);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
+#include <map>
 
 #include "params/ParamText.h"
 #include "presets/PresetMigration.h"
@@ -43,15 +43,18 @@ void addValueProblems(const MigratedValues& values, const ParamBank& bank,
   }
 }
 
-void addKeyProblems(const PresetFile& preset, const MigratedValues& values, const ParamKeys& keys,
+/// Each parameter takes one line of its key, so a key that two share counts twice.
+void addKeyProblems(const PresetFile& preset, const ParamKeys& keys,
                     std::vector<PresetProblem>& problems) {
-  const std::set<int> used(values.lineByIndex.begin(), values.lineByIndex.end());
-  const std::set<std::string> known(keys.begin(), keys.end());
+  std::map<std::string_view, int> free;
+  for (const std::string& key : keys) ++free[key];
   for (const PresetValue& value : preset.values) {
-    if (used.count(value.line) > 0) continue;
-    const bool isKnown = known.count(value.key) > 0;
-    problems.push_back({value.line, isKnown ? shortened(value.key) + " stands in the file before"
-                                            : "no parameter is called " + shortened(value.key)});
+    const auto found = free.find(value.key);
+    if (found == free.end()) {
+      problems.push_back({value.line, "no parameter is called " + shortened(value.key)});
+    } else if (--found->second < 0) {
+      problems.push_back({value.line, shortened(value.key) + " stands in the file before"});
+    }
   }
 }
 
@@ -60,7 +63,7 @@ void addKeyProblems(const PresetFile& preset, const MigratedValues& values, cons
 std::vector<PresetProblem> presetProblems(const PresetReading& reading, const ParamBank& bank) {
   std::vector<PresetProblem> problems = reading.problems;
   const MigratedValues values = migrated(reading.preset, bank.keys());
-  addKeyProblems(reading.preset, values, bank.keys(), problems);
+  addKeyProblems(reading.preset, bank.keys(), problems);
   addValueProblems(values, bank, problems);
   std::ranges::stable_sort(problems, {}, &PresetProblem::line);
   return problems;

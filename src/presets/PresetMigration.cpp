@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <list>
 #include <string_view>
 #include <unordered_map>
 
@@ -75,24 +74,30 @@ float today(int version, int index, float v) noexcept {
   return version < kMoreNoteLengths ? ofNoteLengths(index, v) : v;
 }
 
-/// The values of a preset by their keys, each to be taken once, in the order of the file.
+/// The values of a preset by their keys, each to be taken once, in the order of the file. What no
+/// parameter is called is left out, so that a foreign file costs no more than its length.
 class ValueList {
  public:
-  explicit ValueList(const std::vector<PresetValue>& values) {
-    for (const PresetValue& value : values) byKey[value.key].push_back(&value);
+  ValueList(const std::vector<PresetValue>& values, const ParamKeys& keys) {
+    for (const std::string& key : keys) byKey.try_emplace(key);
+    for (const PresetValue& value : values) {
+      const auto found = byKey.find(value.key);
+      if (found != byKey.end()) found->second.values.push_back(&value);
+    }
   }
 
   /// Null where there is none left.
   const PresetValue* take(std::string_view key) {
-    const auto found = byKey.find(key);
-    if (found == byKey.end() || found->second.empty()) return nullptr;
-    const PresetValue* value = found->second.front();
-    found->second.pop_front();
-    return value;
+    Queue& queue = byKey.at(key);
+    return queue.taken < queue.values.size() ? queue.values[queue.taken++] : nullptr;
   }
 
  private:
-  std::unordered_map<std::string_view, std::list<const PresetValue*>> byKey;
+  struct Queue {
+    std::vector<const PresetValue*> values;
+    std::size_t taken = 0;
+  };
+  std::unordered_map<std::string_view, Queue> byKey;
 };
 
 bool holds(const MigratedValues& values, int index, float wanted) {
@@ -102,7 +107,7 @@ bool holds(const MigratedValues& values, int index, float wanted) {
 }  // namespace
 
 MigratedValues migrated(const PresetFile& preset, const ParamKeys& keys) {
-  ValueList listed(preset.values);
+  ValueList listed(preset.values, keys);
   MigratedValues values;
   for (int index = 0; const std::string& key : keys) {
     std::optional<float> value;
