@@ -127,6 +127,45 @@ TEST(HostState, SurvivesTextsOfImpossibleLengths) {
   }
 }
 
+/// The bytes of two hexadecimal digits each.
+std::vector<std::uint8_t> bytesOfHex(std::string_view digits) {
+  std::vector<std::uint8_t> bytes;
+  for (std::size_t i = 0; i + 1 < digits.size(); i += 3) {
+    bytes.push_back(
+        static_cast<std::uint8_t>(std::stoi(std::string(digits.substr(i, 2)), nullptr, 16)));
+  }
+  return bytes;
+}
+
+/// The block of `sample` up to its first parameters, as a person would put it down.
+constexpr std::string_view kSampleInHex =
+    "00 02 01 00 03 00 00 00 0B 00 00 00 00 00 00 00 00 00 E0 3F "        // to the attenuation
+    "04 00 00 00 4E 61 6D 65 08 00 00 00 55 3A 46 6F 6C 64 65 72 "        // name, folder label
+    "02 00 00 00 15 00 00 00 2F 55 73 65 72 20 50 72 65 73 65 74 73 2F "  // item, folder path
+    "46 6F 6C 64 65 72 2F 46 00 00 00 "                                   // touched parameter
+    "01 00 00 00 02 00 00 00 03 00 00 00 04 00 00 00 05 00 00 00 06 00 00 00 "
+    "07 00 00 00 45 23 01 00 "                          // tap masks
+    "01 00 00 00 02 00 00 00 03 00 00 00 04 00 00 00 "  // StepFX masks
+    "01 00 00 00 05 00 00 00 02 00 00 00 06 00 00 00 "  // StepMod masks
+    "03 00 00 00 07 00 00 00 04 00 00 00 08 00 00 00 "
+    "C8 "  // dry lock
+    "00 00 00 00 00 00 00 00 00 00 00 00 00 00 E0 3F 00 00 00 00 00 00 F0 3F ";
+
+TEST(HostState, TheBytesOfABlockAreTheseFromTheFirstOn) {
+  const auto bytes = bytesOfHex(kSampleInHex);
+  auto laidOut = sample().bytes();
+  EXPECT_EQ(laidOut.size(), 154u + 8u * 1095u);
+  laidOut.resize(bytes.size());
+  EXPECT_EQ(differences(laidOut, bytes), "");
+  const HostStateReading reading = readingOf(StateBytes::chunkOf(bytes));
+  StateChunk chunk;
+  ASSERT_TRUE(putHostStateHead(chunk, reading.state));
+  for (const double value : reading.state.parameters) chunk.putDouble(value);
+  auto expected = bytes;
+  expected[153] = 1;
+  EXPECT_EQ(differences(StateBytes::bytesOf(chunk), expected), "");
+}
+
 TEST(HostState, WritesTheHeadOfABlockToTheByte) {
   const StateBytes bytes = sample();
   const HostStateReading reading = readingOf(bytes.chunk());
