@@ -5,21 +5,13 @@
 #include <array>
 #include <cmath>
 
+#include "BenchVector.h"
 #include "fx/LPHP.h"
 #include "fx/QLMSVF.h"
 #include "fx/VARILPHP.h"
 
 namespace orvantesco {
 namespace {
-
-using Vector = std::array<double, kVectorLength>;
-
-Vector tone(double phase) {
-  Vector vector{};
-  for (int i = 0; i < kVectorLength; ++i)
-    vector[static_cast<size_t>(i)] = std::sin(phase + 0.1 * i);
-  return vector;
-}
 
 template <class Block>
 void runSettled(benchmark::State& state, Block& block) {

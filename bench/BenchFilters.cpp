@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "BenchVector.h"
 #include "fx/DCRemover.h"
 #include "fx/IppBiquad.h"
 #include "fx/IppFixBiquad.h"
@@ -12,15 +13,6 @@
 
 namespace orvantesco {
 namespace {
-
-using Vector = std::array<double, kVectorLength>;
-
-Vector tone(double phase) {
-  Vector vector{};
-  for (int i = 0; i < kVectorLength; ++i)
-    vector[static_cast<size_t>(i)] = std::sin(phase + 0.1 * i);
-  return vector;
-}
 
 void settle(IppBiquad& filter) {
   Vector vector = tone(0.0);

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "BenchVector.h"
 #include "delay/MLPF1a.h"
 #include "delay/MSVRAP1ModDelayLine.h"
 #include "delay/MSinOsc.h"
@@ -17,15 +18,6 @@
 
 namespace orvantesco {
 namespace {
-
-using Vector = std::array<double, kVectorLength>;
-
-Vector tone(double phase) {
-  Vector vector{};
-  for (int i = 0; i < kVectorLength; ++i)
-    vector[static_cast<size_t>(i)] = std::sin(phase + 0.1 * i);
-  return vector;
-}
 
 /// Runs a stereo block, from its thousandth vector on.
 template <class Block>
