@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include "cli/EffectMenu.h"
 #include "cli/Failure.h"
 #include "cli/Text.h"
+#include "core/EffectMenu.h"
 #include "params/ParamLookup.h"
 #include "params/ParamText.h"
 

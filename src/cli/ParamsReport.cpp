@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/EffectMenu.h"
+#include "core/EffectMenu.h"
 #include "params/ParamText.h"
 #include "params/PlainText.h"
 

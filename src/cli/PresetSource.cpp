@@ -15,6 +15,14 @@ PresetSource sourceOf(const std::string& path, const PresetResult& result) {
   return {path, std::get<PresetReading>(result)};
 }
 
+/// Errors name the file, the source its place in the library.
+PresetSource sourceOf(const FoundPreset& found) {
+  const bool isFile = found.embedded == nullptr;
+  PresetSource source = sourceOf(isFile ? found.path : found.relativePath, readFound(found));
+  source.path = found.relativePath;
+  return source;
+}
+
 }  // namespace
 
 PresetSource readPresetFile(const std::string& path) { return sourceOf(path, readPreset(path)); }
@@ -29,12 +37,7 @@ PresetSource readPresetArgument(const std::string& argument) {
     throw workFailed(fmt::format("--preset: '{}' is neither a file nor a preset of the library{}",
                                  argument, hint));
   }
-  if (found->embedded == nullptr) {
-    PresetSource source = readPresetFile(found->path);
-    source.path = found->relativePath;
-    return source;
-  }
-  return sourceOf(found->relativePath, parsePreset(found->embedded->text));
+  return sourceOf(*found);
 }
 
 std::string fileOfPreset(const std::string& argument) {

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "cli/EffectMenu.h"
+#include "core/EffectMenu.h"
 #include "params/ParamText.h"
 
 namespace orvantesco::cli {

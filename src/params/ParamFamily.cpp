@@ -9,9 +9,11 @@ namespace {
 
 std::string wordOf(std::string_view word, int member) {
   constexpr std::array stages{"PR", "FB", "PO"};
+  constexpr std::array places{"PRE", "FB", "POST"};
   constexpr std::array logicUnits{"1", "3", "3", "4"};
   if (word == "slot") return std::to_string(member % numSlots + 1);
   if (word == "stage") return stages.at(static_cast<std::size_t>(member / numSlots));
+  if (word == "place") return places.at(static_cast<std::size_t>(member / numSlots));
   if (word == "lane") return std::to_string(member / numSteps + 1);
   if (word == "step") return std::to_string(member % numSteps + 1);
   if (word == "logic") return logicUnits.at(static_cast<std::size_t>(member));
@@ -29,9 +31,11 @@ double ParamFamily::defaultOf(int member) const noexcept {
   return member == 0 ? defaultValue.first : defaultValue.others;
 }
 
-std::string ParamFamily::nameOf(int member) const {
+std::string ParamFamily::nameOf(int member) const { return nameOfMember(namePattern, member); }
+
+std::string nameOfMember(std::string_view pattern, int member) {
   std::string name;
-  std::string_view rest = namePattern;
+  std::string_view rest = pattern;
   for (auto open = rest.find('{'); open != rest.npos; open = rest.find('{')) {
     const auto close = rest.find('}', open);
     name += rest.substr(0, open);

@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "params/IParam.h"
 #include "params/Labels.h"
@@ -21,7 +22,7 @@ struct FamilyDefault {
 ///
 /// In a name pattern a word in braces stands for what changes from member to member m (from 0):
 ///   {n}      m + 1
-///   {slot}   m % 4 + 1       {stage}  PR, FB, PO for m / 4
+///   {slot}   m % 4 + 1       {stage}  PR, FB, PO for m / 4, {place} the same spelled out
 ///   {lane}   m / 16 + 1      {step}   m % 16 + 1
 ///   {logic}  1, 3, 3, 4: the continuous parameters of the second logic unit bear the third
 ///            one's name, and presets know them by it
@@ -40,6 +41,9 @@ struct ParamFamily {
   double defaultOf(int member) const noexcept;
   std::string nameOf(int member) const;
 };
+
+/// A pattern with its words replaced for a member.
+std::string nameOfMember(std::string_view pattern, int member);
 
 /// All families in index order; together they cover 0 .. kNumParams - 1 exactly once.
 std::span<const ParamFamily> paramFamilies() noexcept;

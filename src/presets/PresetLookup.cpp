@@ -74,6 +74,10 @@ std::optional<FoundPreset> findPreset(const std::string& name, const PresetFolde
   return {};
 }
 
+PresetResult readFound(const FoundPreset& found) {
+  return found.embedded == nullptr ? readPreset(found.path) : parsePreset(found.embedded->text);
+}
+
 std::vector<std::string> presetsLike(std::string_view name, const PresetFolders& folders) {
   constexpr std::size_t most = 3;
   const std::string wanted = lowered(name);

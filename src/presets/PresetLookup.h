@@ -7,6 +7,7 @@
 
 #include "presets/FactoryPresets.h"
 #include "presets/PresetFolders.h"
+#include "presets/PresetReader.h"
 
 namespace orvantesco {
 
@@ -23,6 +24,9 @@ struct FoundPreset {
 /// "Factory Presets/Echo/Slap" mean one tree only; a last ".txt" may be there or not. Control
 /// threads.
 std::optional<FoundPreset> findPreset(const std::string& name, const PresetFolders& folders);
+
+/// Reads a preset where it was found. Control threads.
+PresetResult readFound(const FoundPreset& found);
 
 /// Names of the library that resemble one that it does not have, the closest first, three at most.
 std::vector<std::string> presetsLike(std::string_view name, const PresetFolders& folders);

@@ -1,4 +1,4 @@
-#include "cli/EffectMenu.h"
+#include "core/EffectMenu.h"
 
 #include <array>
 #include <vector>
@@ -6,7 +6,7 @@
 #include "fx/EffectCatalogue.h"
 #include "params/ParamIndex.h"
 
-namespace orvantesco::cli {
+namespace orvantesco {
 namespace {
 
 using Menu = std::vector<const char*>;
@@ -26,4 +26,4 @@ LabelList effectMenuOf(int paramIndex) {
   return menus[static_cast<std::size_t>((paramIndex - kFxTypePre) / numSlots)];
 }
 
-}  // namespace orvantesco::cli
+}  // namespace orvantesco
