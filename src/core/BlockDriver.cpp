@@ -64,9 +64,9 @@ bool Orvantesco::audioIsBlocked() const noexcept {
   return constructing.load() || restoringState.load() || presetLoading.load();
 }
 
-void Orvantesco::followHost() {
+/// Whether the host names a rate at all; one that names none leaves the one in force.
+bool Orvantesco::followHostRate() {
   const double hostRate = GetSampleRate();
-  // A host that names no rate leaves the one in force.
   const bool named = std::isfinite(hostRate) && hostRate > 0.0;
   if (named && hostRate != lastSeenSampleRate) {
     InitForSampleRate(true);
@@ -76,7 +76,12 @@ void Orvantesco::followHost() {
     latencyPending = false;
     SetLatency(limiterLookahead + kVectorLength);
   }
-  tempoTracker.takeTempo(GetTempo(), named ? hostRate : engineRate());
+  return named;
+}
+
+void Orvantesco::followHost() {
+  const bool named = followHostRate();
+  tempoTracker.takeTempo(GetTempo(), named ? sampleRate.get() : engineRate());
   buses.sideIn.fill(0.0);
   // A side chain that comes back does not begin with what it left.
   if (!sideChainActive()) rings.inRingSide.fill(0.0);

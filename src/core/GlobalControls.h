@@ -33,15 +33,16 @@ struct GlobalControls {
 
 /// Bits of `Orvantesco::globalRequests`.
 enum GlobalRequest : unsigned {
-  kClearMasterReturn = 1u << 0,   ///< zero masterReturnL/R
-  kClearMasterSend = 1u << 1,     ///< zero masterSendL/R and masterReturnL/R
-  kResetMasterEffect = 1u << 2,   ///< clear the selected master effect and hand it its bypass
-  kTakeMasterBypass = 1u << 3,    ///< hand the bypass to the selected master effect
-  kTakeLimiter = 1u << 4,         ///< hand mode and boost to the limiter
-  kTakeMainModRate = 1u << 5,     ///< hand the rate to the main modulator
-  kStartFade = 1u << 6,           ///< silence, then 100 ms up again
-  kTakeMasterFxParam = 1u << 7,   ///< hand knob 0 to the selected master effect; shifted, 1..3
-  kTakeMasterFxParams = 15u << 7  ///< hand it all four
+  kClearMasterReturn = 1u << 0,    ///< zero masterReturnL/R
+  kClearMasterSend = 1u << 1,      ///< zero masterSendL/R and masterReturnL/R
+  kResetMasterEffect = 1u << 2,    ///< clear the selected master effect and hand it its bypass
+  kTakeMasterBypass = 1u << 3,     ///< hand the bypass to the selected master effect
+  kTakeLimiter = 1u << 4,          ///< hand mode and boost to the limiter
+  kTakeMainModRate = 1u << 5,      ///< hand the rate to the main modulator
+  kStartFade = 1u << 6,            ///< silence, then 100 ms up again
+  kTakeMasterFxParam = 1u << 7,    ///< hand knob 0 to the selected master effect; shifted, 1..3
+  kTakeMasterFxParams = 15u << 7,  ///< hand it all four
+  kResetSignals = 1u << 11         ///< clear all signal state
 };
 
 }  // namespace orvantesco

@@ -97,11 +97,23 @@ class Orvantesco : public IPlugAAX {
   /// control thread while the audio thread is out.
   void ResetDSP();
 
+  /// `ResetDSP` at the start of the next sub-block, whenever that is. Any thread.
+  void requestReset() noexcept { globalRequests.post(kResetSignals); }
+
+  /// Takes the host's rate ahead of the first block at it, and reports the latency, so that the
+  /// block itself takes no memory. Control thread while no audio runs. Left out, the first block
+  /// does it.
+  void prepareToPlay() { followHostRate(); }
+
   /// `ResetDSP` behind a fade.
   void ResetWithFade();
 
   /// Seconds until the slowest echo of the present settings has been heard once. Any thread.
   double longestDelayInUse() const;
+
+  /// Seconds until what a full-scale input left behind has fallen below -90 dB: infinite where a
+  /// loop does not fade. Any thread.
+  double tailSeconds() const;
 
   /// Index of the parameter that the user is moving, -1 for none.
   int touchedParameter() const noexcept { return touchedParam; }
@@ -245,6 +257,7 @@ class Orvantesco : public IPlugAAX {
 
   // Block driver (BlockDriver.cpp).
   void followHost();
+  bool followHostRate();
   void takeInput(double** inputs, int first, int count) noexcept;
   void giveOutput(double** outputs, int first, int count) noexcept;
   void processSubBlock() noexcept;

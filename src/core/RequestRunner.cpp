@@ -53,6 +53,7 @@ void Orvantesco::carryOutRequests() noexcept {
 void Orvantesco::carryOutGlobalRequests() noexcept {
   const unsigned bits = globalRequests.take();
   if (bits == 0) return;
+  if (bits & kResetSignals) ResetDSP();
   if (bits & kStartFade) fade.request();
   if (bits & kTakeLimiter) limiter.take(globals.limiterMode, globals.limiterBoostDb);
   if (bits & kTakeMainModRate) modulatorUnits.main.setRate(globals.mainModRate);

@@ -24,6 +24,7 @@ struct AudioBlock {
   double* const* outputs = nullptr;
   int outputCount = 0;
   int frames = 0;
+  int firstFrame = 0;   ///< frame of the host's block at which this one begins, for the transport
   bool bypass = false;  ///< pass the main inputs on instead of processing them
 };
 

@@ -117,7 +117,7 @@ void IPlugAAX::SetSideChainActive(bool active) noexcept {
 }
 
 void IPlugAAX::renderPiece(const AudioBlock& block, int first, int frames) {
-  pieceStart = first;
+  pieceStart = block.firstFrame + first;
   SetInputPointers({0, block.inputCount}, block.inputs, first);
   SetInputPointers({block.inputCount, 1}, &block.sideChain, first);
   SetOutputPointers({0, block.outputCount}, block.outputs, first);
