@@ -1,0 +1,49 @@
+#include "host/binding/PluginPresets.h"
+
+#include <cstdio>
+#include <exception>
+
+#include "presets/PresetInstall.h"
+#include "presets/PresetLookup.h"
+#include "presets/PresetReader.h"
+
+namespace orvantesco {
+
+PluginPresets::PluginPresets(Orvantesco& effect, PresetLibrary& library, PresetPrompts& prompts)
+    : engine(effect), presetLibrary(library), connection(effect, library, prompts) {}
+
+PluginPresets::~PluginPresets() {
+  if (preparing.joinable()) preparing.join();
+}
+
+void PluginPresets::start() {
+  preparing = std::thread([this] { prepareLibrary(); });
+}
+
+PresetBrowser& PluginPresets::browser() {
+  if (preparing.joinable()) preparing.join();
+  return connection.browser();
+}
+
+/// Nothing may leave the thread that it runs on: the host would end with it.
+void PluginPresets::prepareLibrary() try {
+  const PresetInstallReport report = installPresets(presetLibrary.folders());
+  for (const std::string& fault : report.faults) std::fprintf(stderr, "%s\n", fault.c_str());
+  connection.browser().buildPresetMenu();
+} catch (const std::exception& failure) {
+  std::fprintf(stderr, "preset library: %s\n", failure.what());
+}
+
+std::string PluginPresets::apply(const std::string& preset) {
+  const auto found = findPreset(preset, presetLibrary.folders());
+  if (!found) return preset + ": neither a file nor a preset of the library";
+  const PresetResult result = readFound(*found);
+  if (const auto* error = std::get_if<PresetError>(&result)) {
+    return found->relativePath + ": " + error->message;
+  }
+  engine.applyPreset(std::get<PresetReading>(result).preset);
+  engine.showPreset(found->relativePath);
+  return {};
+}
+
+}  // namespace orvantesco

@@ -1,0 +1,101 @@
+#include "host/binding/PluginPresets.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <thread>
+
+#include "params/ParamIndex.h"
+#include "presets/FactoryPresets.h"
+#include "support/EngineRig.h"
+#include "support/PresetTree.h"
+
+namespace orvantesco {
+namespace {
+
+constexpr const char* loud =
+    "Orvantesco V. 1.2.0r14 PresetFile!\nPresetVersion: 14\n\nEParams:\nFeedback1 11\n";
+
+struct PresetsRig {
+  double feedback() { return rig.effect.GetParam(kFeedback)->value(); }
+
+  PresetTree tree;
+  PresetLibrary library{tree.folders()};
+  PresetPrompts prompts;
+  EngineRig rig;
+  PluginPresets presets{rig.effect, library, prompts};
+};
+
+TEST(PluginPresets, InstallsWhatIsMissingAndListsIt) {
+  PresetsRig rig;
+  const FactoryPreset& first = factoryPresets().front();
+  rig.presets.start();
+  EXPECT_FALSE(rig.library.catalogue() == nullptr);
+  EXPECT_GE(rig.presets.browser().menu().selectedPath().size(), 0u);
+  EXPECT_GE(rig.library.catalogue()->presetOrder.size(), factoryPresets().size());
+  EXPECT_EQ(rig.tree.content(first.relativePath()), first.text);
+}
+
+TEST(PluginPresets, TouchesNoDiskBeforeItStarts) {
+  PresetsRig rig;
+  EXPECT_FALSE(std::filesystem::exists(rig.tree.root()));
+}
+
+TEST(PluginPresets, AppliesAFileByItsPath) {
+  PresetsRig rig;
+  rig.tree.addFile("/User Presets/Mine/Loud.txt", loud);
+  EXPECT_EQ(rig.presets.apply(rig.tree.full("/User Presets/Mine/Loud.txt")), "");
+  EXPECT_EQ(rig.feedback(), 11.0);
+  EXPECT_EQ(rig.rig.effect.presetName(), "Loud");
+}
+
+TEST(PluginPresets, AppliesAPresetOfTheLibraryByItsName) {
+  PresetsRig rig;
+  rig.tree.addFile("/User Presets/Mine/Loud.txt", loud);
+  EXPECT_EQ(rig.presets.apply("Mine/Loud"), "");
+  EXPECT_EQ(rig.feedback(), 11.0);
+}
+
+TEST(PluginPresets, AppliesEveryPresetThatTheProgramCarries) {
+  PresetsRig rig;
+  for (const FactoryPreset& preset : factoryPresets()) {
+    const std::string name = std::string(preset.folder) + "/" + std::string(preset.name);
+    EXPECT_EQ(rig.presets.apply(name), "");
+    EXPECT_EQ(rig.rig.effect.presetName(), preset.name);
+  }
+}
+
+TEST(PluginPresets, SaysWhyThereIsNone) {
+  PresetsRig rig;
+  rig.tree.addFile("/User Presets/Letter.txt", "Dear all,\n");
+  const double before = rig.feedback();
+  EXPECT_NE(rig.presets.apply("Nowhere/Nothing").find("Nowhere/Nothing"), std::string::npos);
+  EXPECT_NE(rig.presets.apply("Letter").find("Letter"), std::string::npos);
+  EXPECT_NE(rig.presets.apply(""), "");
+  EXPECT_EQ(rig.feedback(), before);
+}
+
+TEST(PluginPresets, ServesManyInstancesAtOnce) {
+  PresetTree tree;
+  PresetLibrary library{tree.folders()};
+  PresetPrompts prompts;
+  std::atomic<int> served{0};
+  std::vector<std::thread> hosts;
+  for (int i = 0; i < 4; ++i) {
+    hosts.emplace_back([&] {
+      EngineRig rig;
+      PluginPresets presets(rig.effect, library, prompts);
+      presets.start();
+      const FactoryPreset& last = factoryPresets().back();
+      const std::string name = std::string(last.folder) + "/" + std::string(last.name);
+      if (presets.apply(name).empty()) ++served;
+    });
+  }
+  for (std::thread& host : hosts) host.join();
+  EXPECT_EQ(served, 4);
+  EXPECT_EQ(tree.content(factoryPresets().back().relativePath()), factoryPresets().back().text);
+}
+
+}  // namespace
+}  // namespace orvantesco
