@@ -7,12 +7,17 @@ INSTALL := scripts/install-packages
 BUILD := cmake --build --parallel $(JOBS) --preset
 
 .DEFAULT_GOAL := all
-.PHONY: all demo presets-check test bench format lint asan tsan clang fuzz clean help
+.PHONY: all plugins demo presets-check test bench format lint asan tsan clang fuzz clean help
 
 all: ## build the program: build/bin/orvantesco
 	@$(INSTALL) build
-	@cmake --preset release -DORVANTESCO_BENCH=OFF
+	@cmake --preset release -DORVANTESCO_BENCH=OFF -DORVANTESCO_PLUGINS=OFF
 	@$(BUILD) release --target orvantesco
+
+plugins: ## build the plug-in formats below build/plugins
+	@$(INSTALL) build plugins
+	@cmake --preset release -DORVANTESCO_BENCH=OFF -DORVANTESCO_PLUGINS=ON
+	@$(BUILD) release --target orvantesco_plugins
 
 demo: all ## render a recording through the delay into build/demo/ and picture it
 	@$(INSTALL) demo
@@ -23,14 +28,14 @@ presets-check: all ## listen to every factory preset, draw docs/presets.png; fai
 	@scripts/check-presets --jobs $(JOBS) --sheet docs/presets.png
 
 test: ## build everything and run every test
-	@$(INSTALL) build test
+	@$(INSTALL) build plugins test
 	@cmake --preset dev -DORVANTESCO_BENCH=OFF
 	@$(BUILD) dev
 	@ctest --preset dev --parallel $(JOBS)
 
 bench: ## measure kernels, blocks and the engine; ARGS="--benchmark_filter=..." narrows it
-	@$(INSTALL) build bench
-	@cmake --preset release -DORVANTESCO_BENCH=ON
+	@$(INSTALL) build plugins bench
+	@cmake --preset release -DORVANTESCO_BENCH=ON -DORVANTESCO_PLUGINS=ON
 	@$(BUILD) release --target orvantesco_bench
 	@build/bin/orvantesco_bench $(ARGS)
 
@@ -39,26 +44,26 @@ format: ## bring every source file into the project's format
 	@scripts/format
 
 lint: ## format, include directions, leftovers and clang-tidy
-	@$(INSTALL) build test bench clang lint
+	@$(INSTALL) build plugins test bench clang lint
 	@scripts/format --check
 	@scripts/check-floors
 	@scripts/check-text
 	@scripts/tidy --jobs $(JOBS)
 
 asan: ## build with clang, and run every test under the address and undefined-behaviour sanitizers
-	@$(INSTALL) build test clang
+	@$(INSTALL) build plugins test clang
 	@cmake --preset asan
 	@$(BUILD) asan
 	@ctest --preset asan --parallel $(JOBS)
 
 tsan: ## run the tests that use several threads under the thread sanitizer
-	@$(INSTALL) build test
+	@$(INSTALL) build plugins test
 	@cmake --preset tsan
 	@$(BUILD) tsan
 	@ctest --preset tsan --parallel $(JOBS)
 
 clang: ## build everything with clang, and run every test
-	@$(INSTALL) build test bench clang
+	@$(INSTALL) build plugins test bench clang
 	@cmake --preset clang
 	@$(BUILD) clang
 	@ctest --preset clang --parallel $(JOBS)

@@ -1,0 +1,24 @@
+// The one symbol by which a host finds everything else.
+
+#include <string_view>
+
+#include "host/clap/ClapFactory.h"
+
+namespace {
+
+/// Nothing is prepared: a scan of the descriptor costs no more than loading the file.
+bool enter(const char* pluginPath) {
+  (void)pluginPath;
+  return true;
+}
+
+void leave() {}
+
+const void* getFactory(const char* id) {
+  if (id == nullptr || std::string_view(id) != CLAP_PLUGIN_FACTORY_ID) return nullptr;
+  return &orvantesco::clapFactory();
+}
+
+}  // namespace
+
+extern "C" CLAP_EXPORT const clap_plugin_entry_t clap_entry{CLAP_VERSION, enter, leave, getFactory};

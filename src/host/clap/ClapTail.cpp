@@ -1,0 +1,68 @@
+#include "host/clap/ClapTail.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "host/binding/TailTime.h"
+
+namespace orvantesco {
+namespace {
+
+constexpr std::uint32_t kEndless = std::numeric_limits<std::int32_t>::max();
+
+bool isQuiet(const double* samples, int frames) noexcept {
+  return std::all_of(samples, samples + frames,
+                     [](double sample) { return std::abs(sample) < ClapTail::silence; });
+}
+
+bool areQuiet(double* const* channels, int channelCount, int frames) noexcept {
+  return std::all_of(channels, channels + channelCount,
+                     [frames](const double* channel) { return isQuiet(channel, frames); });
+}
+
+}  // namespace
+
+void ClapTail::prepare(double rateHz) noexcept {
+  rate = rateHz;
+  outdated = true;
+  forget();
+}
+
+std::uint32_t ClapTail::frames() noexcept {
+  if (outdated) {
+    outdated = false;
+    const double tail = std::ceil(tailSeconds(effect) * rate) + effect.latency;
+    tailFrames = tail < kEndless ? static_cast<std::uint32_t>(tail) : kEndless;
+  }
+  return tailFrames;
+}
+
+void ClapTail::count(std::int64_t& quietFrames, bool quiet, int frameCount) noexcept {
+  quietFrames = quiet ? quietFrames + frameCount : 0;
+}
+
+void ClapTail::hear(const AudioBlock& block) noexcept {
+  const bool main = areQuiet(block.inputs, block.inputCount, block.frames);
+  const bool side = block.sideChain == nullptr || isQuiet(block.sideChain, block.frames);
+  count(quietInput, main && side, block.frames);
+}
+
+/// Behind an input that sounds nobody asks for the output.
+void ClapTail::look(const AudioBlock& block) noexcept {
+  const bool quiet = quietInput > 0 && areQuiet(block.outputs, block.outputCount, block.frames);
+  count(quietOutput, quiet, block.frames);
+}
+
+clap_process_status ClapTail::status() noexcept {
+  const bool settled = !moved;
+  moved = false;
+  if (quietInput == 0 || !settled) return CLAP_PROCESS_CONTINUE;
+  const std::uint32_t tail = frames();
+  if (tail == kEndless) return CLAP_PROCESS_CONTINUE;
+  if (quietInput <= tail) return CLAP_PROCESS_TAIL;
+  // Noise of an effect's own goes on for as long as anybody listens.
+  return quietOutput > tail ? CLAP_PROCESS_SLEEP : CLAP_PROCESS_CONTINUE;
+}
+
+}  // namespace orvantesco

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+
+#include "core/Orvantesco.h"
+#include "fx/Shared.h"
+#include "host/ChannelRecord.h"
+#include "host/clap/ClapApi.h"
+
+namespace orvantesco {
+
+/// Watches how long the input has been silent and what still sounds, and tells the host how long to
+/// keep the effect awake.
+class ClapTail {
+ public:
+  /// Below this a sample counts as silence: -180 dB, far under what a host can pass on, and well
+  /// above the 1e-15 that the engine adds against denormals.
+  static constexpr double silence = 1e-9;
+
+  explicit ClapTail(const Orvantesco& owner) noexcept : effect(owner) {}
+
+  /// Hz. No audio runs.
+  void prepare(double rateHz) noexcept;
+
+  /// Nothing sounds any more. Audio thread, or while no audio runs.
+  void forget() noexcept { quietInput = quietOutput = 0; }
+
+  /// A parameter has moved. Any thread.
+  void settingsChanged() noexcept {
+    moved = true;
+    outdated = true;
+  }
+
+  /// Frames, latency and all, until what sounds has faded, as the standard counts them: INT32_MAX
+  /// for never. Any thread.
+  std::uint32_t frames() noexcept;
+
+  /// Looks at a part that has been rendered: its input before, its output after. Audio thread.
+  void hear(const AudioBlock& block) noexcept;
+  void look(const AudioBlock& block) noexcept;
+
+  /// What the host should do next. Audio thread.
+  ///
+  /// The tail is worked out where the input is silent and the settings stand still: automation
+  /// that moves them in every block would pay for it in every block, and is no time to sleep.
+  clap_process_status status() noexcept;
+
+ private:
+  static void count(std::int64_t& quietFrames, bool isQuiet, int frames) noexcept;
+
+  const Orvantesco& effect;
+  double rate = 44100.0;
+  Shared<bool> outdated{true};  ///< `tailFrames` is of other settings
+  Shared<bool> moved{false};    ///< settings changed since the last `status`
+  Shared<std::uint32_t> tailFrames{0};
+  std::int64_t quietInput = 0;
+  std::int64_t quietOutput = 0;
+};
+
+}  // namespace orvantesco
