@@ -1,0 +1,137 @@
+// What the plug-in tells the host of its own accord.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "host/clap/ClapPlugin.h"
+#include "host/clap/ClapRender.h"
+
+namespace orvantesco {
+namespace {
+
+Orvantesco& effectOf(const ClapInstance& instance) {
+  return ClapPlugin::behind(instance.plugin)->parts()->effect;
+}
+
+void turnKnob(Orvantesco& effect, int index, double position) {
+  effect.BeginInformHostOfParamChange(index);
+  effect.SetParameterFromGUI(index, position);
+  effect.EndInformHostOfParamChange(index);
+}
+
+TEST(ClapGesture, AHandOnAKnobReachesTheHostWhole) {
+  ClapInstance instance;
+  turnKnob(effectOf(instance), kFeedback, 0.3);
+  EXPECT_GT(instance.host.flushRequests, 0);
+  instance.flush();
+  ASSERT_EQ(instance.out.told.size(), 3u);
+  EXPECT_EQ(instance.out.told[0].type, CLAP_EVENT_PARAM_GESTURE_BEGIN);
+  EXPECT_EQ(instance.out.told[1].type, CLAP_EVENT_PARAM_VALUE);
+  EXPECT_EQ(instance.out.told[1].value, 0.3);
+  EXPECT_EQ(instance.out.told[2].type, CLAP_EVENT_PARAM_GESTURE_END);
+  for (const auto& told : instance.out.told) EXPECT_EQ(told.id, kFeedback);
+  EXPECT_EQ(instance.value(kFeedback), 0.3);
+}
+
+TEST(ClapGesture, AStepIsToldAsItsNumber) {
+  ClapInstance instance;
+  turnKnob(effectOf(instance), kDelayMode, 1.0);
+  instance.flush();
+  ASSERT_GE(instance.out.told.size(), 2u);
+  EXPECT_EQ(instance.out.told[1].value, 3.0);
+}
+
+TEST(ClapGesture, ABlockOfAudioFetchesItToo) {
+  ClapInstance instance;
+  instance.start();
+  turnKnob(effectOf(instance), kFeedback, 0.3);
+  throughClap(instance, StereoBuffer(64), {});
+  EXPECT_EQ(instance.out.told.size(), 3u);
+}
+
+TEST(ClapGesture, WhatTheHostDoesNotTakeNowItGetsLater) {
+  ClapInstance instance;
+  instance.out.room = 2;
+  turnKnob(effectOf(instance), kFeedback, 0.3);
+  instance.flush();
+  EXPECT_EQ(instance.out.told.size(), 2u);
+  instance.out.room = 100;
+  instance.flush();
+  ASSERT_EQ(instance.out.told.size(), 3u);
+  EXPECT_EQ(instance.out.told[2].type, CLAP_EVENT_PARAM_GESTURE_END);
+}
+
+/// Nothing is told back of what the host has moved itself, but for what follows from it.
+TEST(ClapGesture, AutomationIsNotEchoedButItsConsequenceIs) {
+  ClapInstance instance;
+  instance.start();
+  instance.in.value(0, kFeedback, 0.3);
+  throughClap(instance, StereoBuffer(64), {});
+  EXPECT_TRUE(instance.out.told.empty());
+  const int requests = instance.host.flushRequests;
+  instance.in.value(0, kLfoSync, 1.0);
+  throughClap(instance, StereoBuffer(64), {});
+  ASSERT_EQ(instance.out.told.size(), 1u);
+  EXPECT_EQ(instance.out.told[0].id, kLfoRate);
+  EXPECT_EQ(instance.out.told[0].flags, CLAP_EVENT_DONT_RECORD);
+  EXPECT_EQ(instance.out.told[0].value, instance.value(kLfoRate));
+  // Within a block no request is needed, nor allowed.
+  EXPECT_EQ(instance.host.flushRequests, requests);
+}
+
+TEST(ClapGesture, AHostThatNeverFetchesIsToldToReadAgain) {
+  ClapInstance instance;
+  for (int i = 0; i < 5000; ++i) {
+    effectOf(instance).SetParameterFromGUI(kFeedback, i % 100 / 100.0);
+  }
+  effectOf(instance).EndInformHostOfParamChange(kFeedback);
+  EXPECT_GT(instance.host.callbacks, 0);
+  instance.plugin->on_main_thread(instance.plugin);
+  EXPECT_TRUE(instance.host.rescanned & CLAP_PARAM_RESCAN_VALUES);
+  instance.flush();
+  ASSERT_FALSE(instance.out.told.empty());
+  EXPECT_EQ(instance.out.told.back().type, CLAP_EVENT_PARAM_GESTURE_END);
+}
+
+TEST(ClapGesture, ALoadIsToldAsOne) {
+  ClapInstance instance;
+  const auto state = instance.state();
+  instance.flush();
+  instance.out.told.clear();
+  ASSERT_TRUE(instance.load(state));
+  instance.flush();
+  EXPECT_TRUE(instance.out.told.empty());
+  EXPECT_TRUE(instance.host.rescanned & CLAP_PARAM_RESCAN_VALUES);
+}
+
+TEST(ChangeQueue, KeepsOrderAndContentAllTheWayRound) {
+  ChangeQueue queue;
+  int pushed = 0;
+  int popped = 0;
+  for (int round = 0; round < 500; ++round) {
+    for (int i = 0; i < 17; ++i) {
+      ASSERT_TRUE(queue.push({HostChange::Kind::value, pushed++, 0.5}));
+    }
+    while (const HostChange* change = queue.front()) {
+      ASSERT_EQ(change->paramIdx, popped++);
+      queue.pop();
+    }
+  }
+  EXPECT_EQ(popped, pushed);
+}
+
+TEST(ChangeQueue, FullOfValuesItStillTakesEnds) {
+  ChangeQueue queue;
+  std::size_t values = 0;
+  while (queue.push({HostChange::Kind::value, 1, 0.5})) ++values;
+  EXPECT_EQ(values, ChangeQueue::roomForValues);
+  std::size_t ends = 0;
+  while (queue.push({HostChange::Kind::end, 1, 0.0})) ++ends;
+  EXPECT_EQ(values + ends, ChangeQueue::capacity);
+  queue.pop();
+  EXPECT_TRUE(queue.push({HostChange::Kind::end, 1, 0.0}));
+}
+
+}  // namespace
+}  // namespace orvantesco
