@@ -22,7 +22,8 @@ enum class PresetSavePlace {
 };
 
 /// Compares in lower case, so that no spelling of a path leads into the shipped tree on a disk
-/// that does not tell letters' cases apart. "." and ".." of the path are resolved first.
+/// that does not tell letters' cases apart. The folder that a path leads to counts, whatever links
+/// it takes; a link within a tree belongs to that tree too.
 PresetSavePlace savePlaceOf(std::string_view fullPath, const PresetFolders& folders);
 
 /// The path of a file below the root, with its extension; empty for a file elsewhere.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/PresetTree.h"
+
 namespace orvantesco {
 namespace {
 
@@ -32,6 +34,58 @@ TEST(PresetSaving, NoDetourLeadsIntoTheShippedTree) {
             PresetSavePlace::factoryTree);
   EXPECT_EQ(placeOf(root + "//./Factory Presets//Slap.txt"), PresetSavePlace::factoryTree);
   EXPECT_EQ(placeOf(root + "/Factory Presets/../User Presets/Slap.txt"), PresetSavePlace::userTree);
+}
+
+/// A library that is reached by a link, and one that has links in it.
+class PresetSavingLinks : public ::testing::Test {
+ protected:
+  PresetSavingLinks() {
+    tree.addFolder("/User Presets");
+    tree.addFolder("/Factory Presets/Echo");
+    std::filesystem::create_directory_symlink(tree.data(), other.file("link"));
+  }
+  PresetSavePlace placeOf(const std::string& path) const {
+    return savePlaceOf(path, tree.folders());
+  }
+
+  PresetTree tree;
+  FolderRig other;
+  const PresetFolders linked = presetFoldersIn(other.file("link"));
+};
+
+TEST_F(PresetSavingLinks, AWayThroughALinkLeadsIntoTheTrees) {
+  EXPECT_EQ(placeOf(linked.userPresetPath() + "/Slap.txt"), PresetSavePlace::userTree);
+  EXPECT_EQ(placeOf(linked.factoryPresetPath() + "/Slap.txt"), PresetSavePlace::factoryTree);
+  EXPECT_EQ(relativePresetPath(linked.userPresetPath() + "/New/Slap.txt", tree.folders()),
+            "/User Presets/New/Slap.txt");
+}
+
+TEST_F(PresetSavingLinks, ALibraryBehindALinkIsKnownByItsRealPath) {
+  const std::string path = tree.full("/User Presets/Slap.txt");
+  EXPECT_EQ(savePlaceOf(path, linked), PresetSavePlace::userTree);
+  EXPECT_EQ(relativePresetPath(path, linked), "/User Presets/Slap.txt");
+}
+
+TEST_F(PresetSavingLinks, NoLinkLeadsIntoTheShippedTree) {
+  tree.addLink("/User Presets/Shipped", tree.full("/Factory Presets/Echo"));
+  tree.addFile("/Factory Presets/Echo/Far.txt");
+  tree.addLink("/User Presets/Far.txt", tree.full("/Factory Presets/Echo/Far.txt"));
+  EXPECT_EQ(placeOf(tree.full("/User Presets/Shipped/Slap.txt")), PresetSavePlace::factoryTree);
+  EXPECT_EQ(placeOf(tree.full("/User Presets/Far.txt")), PresetSavePlace::factoryTree);
+}
+
+TEST_F(PresetSavingLinks, AFolderThatIsLinkedIntoTheUsersTreeBelongsToIt) {
+  tree.addLink("/User Presets/Disk", other.path());
+  const std::string path = tree.full("/User Presets/Disk/Slap.txt");
+  EXPECT_EQ(placeOf(path), PresetSavePlace::userTree);
+  EXPECT_EQ(relativePresetPath(path, tree.folders()), "/User Presets/Disk/Slap.txt");
+  EXPECT_EQ(placeOf(other.file("Slap.txt")), PresetSavePlace::elsewhere);
+}
+
+TEST_F(PresetSavingLinks, ATextThatLeavesALinkIsTakenForWhereItLeads) {
+  std::filesystem::create_directory(other.file("deep"));
+  tree.addLink("/User Presets/Disk", other.file("deep"));
+  EXPECT_EQ(placeOf(tree.full("/User Presets/Disk/../Slap.txt")), PresetSavePlace::elsewhere);
 }
 
 TEST(PresetSaving, APathBelowTheRootKeepsItsSpelling) {
