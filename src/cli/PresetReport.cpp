@@ -65,7 +65,8 @@ std::string presetJson(const PresetFile& preset) {
 
 std::string presetTable(const PresetFile& preset) {
   LoadedPreset loaded(preset);
-  const std::string page = preset.lastPage ? std::to_string(*preset.lastPage) : "as it is";
+  const std::string page =
+      preset.lastPage ? std::to_string(*preset.lastPage) : "of the preset before";
   return fmt::format("version {}, page {}\n", preset.version, page) + maskLines(preset) +
          changedParameters(*loaded.effect.bank);
 }

@@ -23,8 +23,8 @@ struct PresetValue {
 
 /// What a preset file says, of any version, before migration. It knows no bank and no engine.
 ///
-/// What is absent leaves the engine as it is: the tap masks one by one, and the page. Bit t of a
-/// mask stands for tap t.
+/// A tap mask that is absent leaves that of the engine, each on its own; without a page the one
+/// that the preset before brought is shown again. Bit t of a mask stands for tap t.
 struct PresetFile {
   int version = kPresetVersion;
   std::array<std::optional<std::uint16_t>, 8> tapMask{};      ///< slot * 2 + side (0 left, 1 right)
