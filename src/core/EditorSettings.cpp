@@ -65,14 +65,29 @@ std::string Orvantesco::presetFolderLabel() {
   return editorState.presetFolderLabel;
 }
 
-void Orvantesco::setPresetSelection(const PresetSelection& selection) {
-  const std::lock_guard lock(mutex);
-  editorState.selection = selection;
+void Orvantesco::setPresetRoot(const std::string& path) {
+  const std::lock_guard one(bulkMutex);
+  presetRootPath = path;
 }
 
 PresetSelection Orvantesco::presetSelection() {
-  const std::lock_guard lock(mutex);
-  return editorState.selection;
+  const std::lock_guard one(bulkMutex);
+  return presetMenu != nullptr ? presetMenu->selection() : editorState.selection;
+}
+
+void Orvantesco::select(const PresetSelection& selection) {
+  if (presetMenu != nullptr) {
+    presetMenu->select(selection);
+  } else {
+    editorState.selection = selection;
+  }
+}
+
+void Orvantesco::setPresetMenu(PresetMenuPort* menu) {
+  const std::lock_guard one(bulkMutex);
+  const PresetSelection selected = presetSelection();
+  presetMenu = menu;
+  select(selected);
 }
 
 }  // namespace orvantesco

@@ -16,6 +16,7 @@ inline constexpr int kFirstSubPage = 10;
 
 /// What an editor shows and a host saves, but no parameter holds. The words may be read and
 /// written by any thread; the texts belong to whoever holds the `mutex` of the effect.
+/// The selection, which counts where no menu knows better, belongs to whoever holds `bulkMutex`.
 struct EditorState {
   Shared<int> colourSet{0};
   Shared<int> currentPage{kDelayPage};

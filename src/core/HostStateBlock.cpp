@@ -39,16 +39,16 @@ int Orvantesco::UnserializeState(const StateChunk& chunk, int startPos) {
   return reading->end;
 }
 
-HostState Orvantesco::stateOutsideTheBank() const {
+HostState Orvantesco::stateOutsideTheBank() {
   HostState state;
   state.colourSet = editorState.colourSet;
   state.currentPage = editorState.currentPage;
   state.attenuation = editorState.attenuation;
   state.presetName = editorState.presetName;
   state.presetFolderLabel = editorState.presetFolderLabel;
-  state.presetFolderPath = editorState.selection.folderPath;
-  const bool isSelected = !editorState.selection.folderPath.empty();
-  state.presetItemIndex = isSelected ? editorState.selection.itemIndex : -1;
+  const PresetSelection selected = presetSelection();
+  state.presetFolderPath = selected.folderPath;
+  state.presetItemIndex = selected.folderPath.empty() ? -1 : selected.itemIndex;
   state.touchedParam = touchedParam;
   state.dryLock = globals.dryMuted;
   for (std::size_t slot = 0; slot < slots.size(); ++slot) {
@@ -102,10 +102,7 @@ void Orvantesco::takeEditorState(const HostState& state) {
   setAttenuation(heldPosition(state.attenuation.value_or(kept)));
   if (!state.presetName.empty()) editorState.presetName = state.presetName;
   if (!state.presetFolderLabel.empty()) editorState.presetFolderLabel = state.presetFolderLabel;
-  PresetSelection selection = editorState.selection;
-  selection.itemIndex = state.presetItemIndex.value_or(selection.itemIndex);
-  selection.folderPath = state.presetFolderPath.value_or(selection.folderPath);
-  if (presetMenu == nullptr || presetMenu->select(selection)) editorState.selection = selection;
+  if (state.presetFolderPath) select({*state.presetFolderPath, state.presetItemIndex.value_or(-1)});
 }
 
 void Orvantesco::takePage(std::optional<int> page) {

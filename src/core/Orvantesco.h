@@ -164,7 +164,8 @@ class Orvantesco : public IPlugAAX {
   /// Restores what was read from a block.
   void restoreState(const HostState& state);
 
-  /// Applies a preset of any version: parameters that it does not list get their defaults.
+  /// Applies a preset of any version, from wherever it comes: parameters that it does not list get
+  /// their defaults, and nothing is selected in the library's menu.
   void applyPreset(const PresetFile& preset);
 
   /// What a preset file of the present settings holds.
@@ -182,9 +183,8 @@ class Orvantesco : public IPlugAAX {
   /// file that is there in the backups first. True means failure.
   bool writePresetFile(const std::string& fullPath, bool rewriteAfterMigration);
 
-  /// Where the preset folders lie; nothing is read or written before it is told. Not while a
-  /// preset loads.
-  void setPresetRoot(const std::string& path) { presetRootPath = path; }
+  /// Where the preset folders lie; nothing is read or written before it is told.
+  void setPresetRoot(const std::string& path);
 
   /// Name and folder of the preset that the editor shows. `relativePath` is below the presets'
   /// root.
@@ -201,11 +201,12 @@ class Orvantesco : public IPlugAAX {
   std::string presetName();
   std::string presetFolderLabel();
 
-  /// The preset that is selected in the library's menu, and the menu to ask at a restore (null
-  /// for none: then any selection is taken over as it was saved).
-  void setPresetSelection(const PresetSelection& selection);
+  /// The preset that is selected in the library's menu.
   PresetSelection presetSelection();
-  void setPresetMenu(PresetMenuPort* menu) { presetMenu = menu; }
+
+  /// The menu that knows what is selected (null for none: then any selection is taken over as it
+  /// was saved). It takes the present selection over, and leaves its own when it goes.
+  void setPresetMenu(PresetMenuPort* menu);
 
  protected:
   /// Stops the audio path for the duration of a bulk operation: raises a flag, waits until the
@@ -236,7 +237,8 @@ class Orvantesco : public IPlugAAX {
   void clearSlot(Slot& slot) noexcept;
 
   // State and presets (HostStateBlock.cpp, PresetLoad.cpp).
-  HostState stateOutsideTheBank() const;
+  HostState stateOutsideTheBank();
+  void select(const PresetSelection& selection);
   void takeColourSet(const HostState& state);
   void setParametersToDefaults();
   void takeEditorState(const HostState& state);

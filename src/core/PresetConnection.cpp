@@ -27,10 +27,6 @@ void PresetConnection::showPreset(const std::string& name, const std::string& fo
   engine.showPreset(name, folderLabel);
 }
 
-void PresetConnection::setPresetSelection(const PresetSelection& selection) {
-  engine.setPresetSelection(selection);
-}
-
 void PresetConnection::showMessage(PresetMessage message) { engine.showMessage(message); }
 
 }  // namespace orvantesco

@@ -12,7 +12,8 @@ namespace orvantesco {
 ///
 /// Nothing is read before `browser().buildPresetMenu()`, which a plug-in format calls on a thread
 /// that may wait for the disk, so that an effect without a person in front of it needs no folders.
-/// Made and destroyed while the effect loads no preset and restores no state.
+/// A state that was restored before, or before that scan, selects its preset once the menu is
+/// known.
 class PresetConnection : private PresetTarget {
  public:
   PresetConnection(Orvantesco& effect, PresetLibrary& library, PresetPrompts& prompts);
@@ -28,7 +29,6 @@ class PresetConnection : private PresetTarget {
   void applyLoadedPreset() override;
   bool writePresetFile(const std::string& fullPath) override;
   void showPreset(const std::string& name, const std::string& folderLabel) override;
-  void setPresetSelection(const PresetSelection& selection) override;
   void showMessage(PresetMessage message) override;
 
   Orvantesco& engine;

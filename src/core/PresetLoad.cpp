@@ -42,7 +42,11 @@ std::vector<PresetValue> listedValues(const ParamBank& bank) {
 
 }  // namespace
 
-void Orvantesco::applyPreset(const PresetFile& preset) { loadPreset(preset); }
+void Orvantesco::applyPreset(const PresetFile& preset) {
+  const std::lock_guard one(bulkMutex);
+  select({});
+  loadPreset(preset);
+}
 
 /// Returns what a file of the loaded settings holds, taken before anybody else can change them.
 PresetFile Orvantesco::loadPreset(const PresetFile& preset) {
@@ -50,6 +54,7 @@ PresetFile Orvantesco::loadPreset(const PresetFile& preset) {
   PresetFile loaded;
   {
     const BulkOperation loading(*this, presetLoading);
+    const std::lock_guard lock(mutex);
     fade.request();
     touchedParam = -1;
     takeMasks(preset);
@@ -146,9 +151,11 @@ void Orvantesco::refusePreset(std::string_view reason) {
 void Orvantesco::applyLoadedPreset() {
   const std::lock_guard one(bulkMutex);
   const PresetFile loaded = loadPreset(loadedPreset);
-  if (!isOldPreset(loadedPreset) || !keepBackup(presetFilePath)) return;
+  if (!isOldPreset(loadedPreset)) return;
   // A folder that cannot be written keeps its old file, which loads just as well the next time.
-  (void)writeFile(presetFilePath, presetText(loaded));
+  const bool isRewritten =
+      keepBackup(presetFilePath) && writeFile(presetFilePath, presetText(loaded)).empty();
+  if (!isRewritten) showMessage(PresetMessage::cannotWrite);
 }
 
 bool Orvantesco::writePresetFile(const std::string& fullPath, bool rewriteAfterMigration) {

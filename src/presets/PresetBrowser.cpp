@@ -1,6 +1,7 @@
 #include "presets/PresetBrowser.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "presets/PresetNames.h"
 
@@ -20,6 +21,7 @@ void PresetBrowser::buildPresetMenu() {
     const std::lock_guard lock(mutex);
     presetMenu.build(*found);
     catalogue = found;
+    if (!std::exchange(isBuilt, true)) presetMenu.select(awaited);
   }
   if (!found->unopened.empty()) target.showMessage(PresetMessage::noPresetsFolder);
 }
@@ -48,10 +50,7 @@ std::string PresetBrowser::pathToStepTo(bool forward) const {
   return entry == nullptr ? "" : entry->relativePath;
 }
 
-void PresetBrowser::loadSelected() {
-  target.setPresetSelection(selection());
-  loadPresetByPath(selectedPath() + ".txt");
-}
+void PresetBrowser::loadSelected() { loadPresetByPath(selectedPath() + ".txt"); }
 
 void PresetBrowser::loadPresetByPath(const std::string& relativePath) {
   if (relativePath.empty()) return;
@@ -91,7 +90,6 @@ void PresetBrowser::listSaved(const std::string& fullPath) {
   library.raiseGeneration();
   buildPresetMenu();
   const bool isListed = selectPath(path);
-  target.setPresetSelection(selection());
   // A spelling that the tree is not known by, on a disk that tells letters' cases apart.
   if (!isListed) target.showMessage(PresetMessage::notInUserFolder);
 }
@@ -110,12 +108,14 @@ bool PresetBrowser::selectPath(const std::string& relativePath) {
 
 bool PresetBrowser::select(const PresetSelection& selection) {
   const std::lock_guard lock(mutex);
-  return presetMenu.select(selection);
+  if (isBuilt) return presetMenu.select(selection);
+  awaited = selection;
+  return true;
 }
 
 PresetSelection PresetBrowser::selection() const {
   const std::lock_guard lock(mutex);
-  return presetMenu.selection();
+  return isBuilt ? presetMenu.selection() : awaited;
 }
 
 std::string PresetBrowser::selectedPath() const {

@@ -44,9 +44,10 @@ class PresetBrowser : public PresetMenuPort {
 
   void openPresetFolder();
 
-  /// Takes a selection over from a host's state; false where the menu has no such folder.
+  /// Takes a selection over from a host's state; false where the menu has no such folder. Before
+  /// the first scan nobody knows, so any is taken and then looked for.
   bool select(const PresetSelection& selection) override;
-  PresetSelection selection() const;
+  PresetSelection selection() const override;
 
   /// A copy of the menu as it stands.
   PresetMenu menu() const;
@@ -68,6 +69,8 @@ class PresetBrowser : public PresetMenuPort {
   mutable std::mutex mutex;  ///< guards what follows, never held over a call to somebody else
   std::shared_ptr<const PresetCatalogue> catalogue;
   PresetMenu presetMenu;
+  bool isBuilt = false;
+  PresetSelection awaited;  ///< to be selected once the menu is built
 };
 
 }  // namespace orvantesco

@@ -93,6 +93,10 @@ bool PresetMenu::selectPath(std::string_view relativePath) {
 }
 
 bool PresetMenu::select(const PresetSelection& selection) {
+  if (selection.folderPath.empty()) {
+    clearSelection();
+    return true;
+  }
   const int node = nodeOf(selection.folderPath);
   if (node == kNoNode) return false;
   if (choose({node, selection.itemIndex})) return true;

@@ -45,8 +45,9 @@ class PresetMenu {
   /// menu has none.
   bool selectPath(std::string_view relativePath);
 
-  /// Makes the menu of a folder the current one and checks an item of it, if it is a preset. False,
-  /// and no change, where there is no such folder.
+  /// Makes the menu of a folder the current one and checks an item of it, if it is a preset; where
+  /// no folder is named, nothing is selected any more. False, and no change, where there is no such
+  /// folder.
   bool select(const PresetSelection& selection);
 
   /// Folder and item of the current menu.

@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "presets/HostState.h"
 #include "presets/PresetMessages.h"
 
 namespace orvantesco {
@@ -27,9 +26,6 @@ class PresetTarget {
 
   /// Shows the name and the folder of what was saved.
   virtual void showPreset(const std::string& name, const std::string& folderLabel) = 0;
-
-  /// Keeps what is selected in the menu, for the host's state.
-  virtual void setPresetSelection(const PresetSelection& selection) = 0;
 
   virtual void showMessage(PresetMessage message) = 0;
 };

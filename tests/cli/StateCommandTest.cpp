@@ -80,6 +80,34 @@ TEST_F(StateCommandTest, SettingsComeInTheirOrder) {
   EXPECT_EQ(json["presetName"], "Slap");
 }
 
+TEST_F(StateCommandTest, APresetOnTopOfAStateBringsItsNameItsMasksAndNoPlaceInTheMenu) {
+  std::mt19937 draw(54);
+  StateBytes state = randomState(draw);
+  state.page = 12;
+  writeState("a.state", state);
+  write("Slap.txt", presetOf(14,
+                             "DelayTaps\n1 2 3 4 5 6 7 8\nLastPage\n4\nStepFX\n9 10 11 12\n"
+                             "StepMod\n13 14 15 16 17 18 19 20\n\nEParams:\nFeedback1 22\n"));
+  outputOf({"state", "save", "-o", "b.state", "--state", "a.state", "--preset", "Slap.txt"});
+  const auto json = jsonOf({"state", "show", "b.state", "--json"});
+  EXPECT_EQ(json["presetName"], "Slap");
+  EXPECT_EQ(json["presetFolderLabel"], "U:") << "it lies in no folder of the library";
+  EXPECT_EQ(json["presetFolderPath"], "");
+  EXPECT_EQ(json["presetItemIndex"], -1);
+  EXPECT_EQ(json["touchedParam"], -1);
+  EXPECT_EQ(json["currentPage"], 4);
+  EXPECT_EQ(json["tapMask"], nlohmann::json({1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_EQ(json["stepFxMask"], nlohmann::json({9, 10, 11, 12}));
+  EXPECT_EQ(json["stepModMask"], nlohmann::json({{13, 14, 15, 16}, {17, 18, 19, 20}}));
+  EXPECT_EQ(json["attenuation"], state.attenuation) << "of which a preset says nothing";
+  EXPECT_EQ(json["dryLock"], state.dryLock != 0);
+  for (int index = 0; index < kNumParams; ++index) {
+    const double expected =
+        index == kFeedback ? 22.0 : defaultValues()[static_cast<std::size_t>(index)];
+    ASSERT_EQ(json["parameters"][static_cast<std::size_t>(index)], expected) << index;
+  }
+}
+
 TEST_F(StateCommandTest, APresetOfTheLibraryGoesByItsName) {
   const std::string below = "data/qlm-works/Orvantesco/Presets/User Presets/Echo";
   std::filesystem::create_directories(folder.file(below));

@@ -346,32 +346,6 @@ TEST_F(HostStateBlock, AnyBytesAreSurvived) {
   }
 }
 
-/// A menu that knows one folder.
-class OneFolderMenu : public PresetMenuPort {
- public:
-  bool select(const PresetSelection& selection) override {
-    asked = selection;
-    return selection.folderPath == "/User Presets/Known/";
-  }
-  PresetSelection asked;
-};
-
-TEST_F(HostStateBlock, AFolderThatIsGoneLeavesTheSelection) {
-  OneFolderMenu menu;
-  rig.effect.setPresetMenu(&menu);
-  StateBytes state = moved();
-  state.folderPath = "/User Presets/Known/";
-  restore(state);
-  EXPECT_EQ(saved(rig), state.bytes());
-  StateBytes gone = state;
-  gone.folderPath = "/User Presets/Gone/";
-  gone.item = 9;
-  restore(gone);
-  EXPECT_EQ(menu.asked.folderPath, "/User Presets/Gone/");
-  EXPECT_EQ(menu.asked.itemIndex, 9);
-  EXPECT_EQ(saved(rig), state.bytes());
-}
-
 TEST_F(HostStateBlock, ARestoreLeavesNothingOfTheSignalBefore) {
   rig.set(kDryLevel, 0.0);
   StereoBuffer audio = noise(48000);

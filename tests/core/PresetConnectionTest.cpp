@@ -14,6 +14,7 @@
 #include "support/OrdinaryUser.h"
 #include "support/PresetTree.h"
 #include "support/RecordingEditor.h"
+#include "support/StateBytes.h"
 
 namespace orvantesco {
 namespace {
@@ -131,6 +132,53 @@ TEST_F(PresetConnectionTest, AnOldPresetThatCannotBeKeptStaysAndLoadsAllTheSame)
   one.presets.browser().loadPresetByPath("/User Presets/0/Old.txt");
   EXPECT_EQ(one.feedback(), 66.0);
   EXPECT_EQ(tree.content("/User Presets/0/Old.txt"), old);
+  EXPECT_TRUE(one.wasTold(PresetMessage::cannotWrite));
+}
+
+TEST_F(PresetConnectionTest, AnOldPresetThatIsKeptButCannotBeRewrittenIsTold) {
+  const std::string old = presetWith(3, "Feedback1 66\n");
+  tree.addFile("/User Presets/0/Old.txt", old);
+  tree.addFolder("/../Preset Backups");
+  tree.setRights("/../Preset Backups", 0777);
+  tree.setRights("/User Presets/0", 0555);
+  Instance one(library);
+  {
+    const OrdinaryUser user;
+    one.presets.browser().loadPresetByPath("/User Presets/0/Old.txt");
+  }
+  EXPECT_EQ(one.feedback(), 66.0);
+  EXPECT_EQ(tree.content("/User Presets/0/Old.txt"), old);
+  EXPECT_EQ(tree.content("/../Preset Backups/User Presets/0/Old.txt"), old);
+  EXPECT_TRUE(one.wasTold(PresetMessage::cannotWrite));
+  EXPECT_FALSE(one.rig.effect.presetIsLoading());
+}
+
+TEST_F(PresetConnectionTest, AStateThatComesBeforeTheFirstScanKeepsItsPreset) {
+  StateChunk chunk;
+  {
+    Instance one(library);
+    one.presets.browser().stepPreset(true);
+    one.presets.browser().stepPreset(true);
+    ASSERT_TRUE(one.rig.effect.SerializeState(chunk));
+  }
+  EngineRig rig;
+  rig.effect.UnserializeState(chunk, 0);
+  PresetPrompts nobody;
+  PresetConnection presets(rig.effect, library, nobody);
+  StateChunk early;
+  ASSERT_TRUE(rig.effect.SerializeState(early));
+  EXPECT_EQ(StateBytes::bytesOf(early), StateBytes::bytesOf(chunk)) << "before the scan";
+  presets.browser().buildPresetMenu();
+  EXPECT_EQ(presets.browser().menu().selectedPath(), "/User Presets/Deep/B");
+}
+
+TEST_F(PresetConnectionTest, TheSavedPlaceFollowsTheMenu) {
+  Instance one(library);
+  one.presets.browser().stepPreset(true);
+  tree.addFile("/User Presets/0 first.txt");
+  const int before = one.rig.effect.presetSelection().itemIndex;
+  one.presets.browser().buildPresetMenu();
+  EXPECT_EQ(one.rig.effect.presetSelection().itemIndex, before + 1);
 }
 
 TEST_F(PresetConnectionTest, AStateBringsTheSelectionBackAndStepsGoOnFromIt) {

@@ -31,7 +31,6 @@ class RecordingTarget : public PresetTarget {
   void showPreset(const std::string& name, const std::string& folder) override {
     events.push_back("show " + name + " in " + folder);
   }
-  void setPresetSelection(const PresetSelection& chosen) override { selection = chosen; }
   void showMessage(PresetMessage message) override {
     events.push_back("message " + std::to_string(static_cast<int>(message)));
   }
@@ -40,7 +39,6 @@ class RecordingTarget : public PresetTarget {
   Texts asked() { return std::exchange(events, {}); }
 
   bool isLoading = false;
-  PresetSelection selection;
 
  private:
   const PresetTree& tree;
@@ -114,8 +112,8 @@ TEST_F(PresetBrowserTest, StepsGoThroughBothTreesAndAround) {
   EXPECT_EQ(one.step(true), loaded("/Factory Presets/Wide/Far.txt"));
   EXPECT_EQ(one.step(true), loaded("/User Presets/Mine.txt"));
   EXPECT_EQ(one.step(false), loaded("/Factory Presets/Wide/Far.txt"));
-  EXPECT_EQ(one.target.selection.folderPath, "/Factory Presets/Wide/");
-  EXPECT_EQ(one.target.selection.itemIndex, 0);
+  EXPECT_EQ(one.browser.selection().folderPath, "/Factory Presets/Wide/");
+  EXPECT_EQ(one.browser.selection().itemIndex, 0);
 }
 
 TEST_F(PresetBrowserTest, TheFirstStepBackLeadsToTheLastPreset) {
@@ -142,7 +140,7 @@ TEST_F(PresetBrowserTest, AChoiceLoadsItsFileAndIsChecked) {
   EXPECT_EQ(one.prompts.shown.nodes()[0].menu.items[1].text, "a.b");
   EXPECT_EQ(one.target.asked(), loaded("/User Presets/a.b.txt"));
   EXPECT_TRUE(one.browser.menu().nodes()[0].menu.items[1].isChecked());
-  EXPECT_EQ(one.target.selection.itemIndex, 1);
+  EXPECT_EQ(one.browser.selection().itemIndex, 1);
 }
 
 TEST_F(PresetBrowserTest, APresetAtTheTopOfTheShippedTreeLoadsFromThere) {
@@ -182,7 +180,7 @@ TEST_F(PresetBrowserTest, ASavedPresetIsShownAndSelected) {
             (Texts{"write", "show a.b in U:Echo"}));
   EXPECT_EQ(tree.content("/User Presets/Echo/a.b.txt"), "new");
   EXPECT_EQ(one.browser.menu().selectedPath(), "/User Presets/Echo/a.b");
-  EXPECT_EQ(one.target.selection.folderPath, "/User Presets/Echo/");
+  EXPECT_EQ(one.browser.selection().folderPath, "/User Presets/Echo/");
   EXPECT_EQ(one.prompts.releases, 1);
   EXPECT_EQ(one.prompts.question.name, "New Preset");
   EXPECT_EQ(one.prompts.question.folder, tree.folders().userPresetPath());
@@ -268,6 +266,45 @@ TEST_F(PresetBrowserTest, AHostsStateSelectsAPresetAndStepsGoOnFromIt) {
   EXPECT_TRUE(one.browser.select({"/User Presets/Echo/", 0}));
   EXPECT_EQ(one.browser.selection().folderPath, "/User Presets/Echo/");
   EXPECT_EQ(one.step(true), loaded("/Factory Presets/Last.txt"));
+}
+
+TEST_F(PresetBrowserTest, ASelectionThatNamesNothingUnchecksThePreset) {
+  Instance one(library, tree);
+  one.step(true);
+  EXPECT_TRUE(one.browser.select({}));
+  EXPECT_EQ(one.browser.menu().selectedPath(), "");
+  EXPECT_EQ(one.browser.selection().folderPath, "");
+}
+
+TEST_F(PresetBrowserTest, ASelectionFromBeforeTheFirstScanIsMadeWithIt) {
+  RecordingTarget target(tree);
+  TellingPrompts prompts;
+  PresetBrowser browser(library, target, prompts);
+  EXPECT_TRUE(browser.select({"/User Presets/Echo/", 0}));
+  EXPECT_EQ(browser.selection().folderPath, "/User Presets/Echo/") << "and is not lost meanwhile";
+  browser.buildPresetMenu();
+  EXPECT_EQ(browser.menu().selectedPath(), "/User Presets/Echo/Slap");
+  browser.stepPreset(true);
+  browser.buildPresetMenu();
+  EXPECT_EQ(browser.menu().selectedPath(), "/Factory Presets/Last") << "once only";
+}
+
+TEST_F(PresetBrowserTest, ASelectionOfAFolderThatTheFirstScanDoesNotFindIsDropped) {
+  RecordingTarget target(tree);
+  TellingPrompts prompts;
+  PresetBrowser browser(library, target, prompts);
+  browser.select({"/User Presets/Gone/", 0});
+  browser.buildPresetMenu();
+  EXPECT_EQ(browser.selection().folderPath, "");
+}
+
+TEST_F(PresetBrowserTest, ThePlaceOfTheSelectedPresetFollowsANewScan) {
+  Instance one(library, tree);
+  one.step(true);
+  EXPECT_EQ(one.browser.selection().itemIndex, 1);
+  tree.addFile("/User Presets/Aha.txt");
+  one.browser.buildPresetMenu();
+  EXPECT_EQ(one.browser.selection().itemIndex, 2);
 }
 
 }  // namespace

@@ -59,6 +59,8 @@ bool ParamDispatch::touched() const noexcept { return effect.touchedParam == par
 
 bool ParamDispatch::bulk() const noexcept { return effect.bulkOperationRuns(); }
 
+bool ParamDispatch::restoredHere() const noexcept { return effect.bulkOperationIsMine(); }
+
 void ParamDispatch::show(const ReadoutStyle& style) noexcept {
   caption = style.caption;
   decimals = style.decimals;
@@ -147,7 +149,7 @@ void ParamDispatch::chooseSource(Shared<const double*>& word, ModulatedKnob knob
 }
 
 bool ParamDispatch::typeMayChange(int number) const noexcept {
-  return editor().hasCommittedGesture(number) || effect.bulkOperationIsMine();
+  return editor().hasCommittedGesture(number) || restoredHere();
 }
 
 std::mutex& ParamDispatch::typeMutex() const noexcept { return effect.typeMutex; }

@@ -58,6 +58,9 @@ class ParamDispatch {
   bool touched() const noexcept;
   /// Whether a construction, a state restore or a preset load dispatches everything.
   bool bulk() const noexcept;
+  /// Whether it is a state restore or a preset load on this very thread: automation that arrives
+  /// meanwhile on another one speaks of the parameters of today.
+  bool restoredHere() const noexcept;
 
   // What the read-out of this change shows; the family's style until an operation changes it.
   ReadoutText caption;

@@ -47,7 +47,7 @@ double renumbered(int paramIdx, double position, int version) {
 double migratedValue(const ParamDispatch& change, double value) {
   StateMigration& migration = change.migration();
   const int version = migration.version;
-  if (version <= 0 || version >= kQuietTappedMix) return value;
+  if (version <= 0 || version >= kQuietTappedMix || !change.restoredHere()) return value;
   if (within(change.paramIdx, kDelayMode)) {
     migration.wasTapped[static_cast<std::size_t>(change.paramIdx - kDelayMode)] =
         value == kModeTapped;

@@ -1,0 +1,107 @@
+// What other threads can and cannot do while a restore or a load is under way.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <thread>
+#include <utility>
+
+#include "params/ParamIndex.h"
+#include "support/EngineRig.h"
+#include "support/StateBytes.h"
+
+namespace orvantesco {
+namespace {
+
+/// Where a bulk operation shows something, another thread gets its turn.
+class OtherHand : public EditorPort {
+ public:
+  std::function<void()> atTheTimers, atTheFirstPostEffect;
+
+  void runDisplayTimers() noexcept override { act(atTheTimers); }
+  void showEffect(int position, int) noexcept override {
+    if (position == 2 * kSlots) act(atTheFirstPostEffect);
+  }
+
+ private:
+  static void act(const std::function<void()>& work) {
+    if (work) std::thread(work).join();
+  }
+};
+
+class BulkOtherHands : public ::testing::Test {
+ protected:
+  BulkOtherHands() {
+    rig.effect.setEditor(&editor);
+    state.values = defaultValues();
+    state.values[kFxTypePost] = 5.0;
+  }
+  void restore() { rig.effect.UnserializeState(state.chunk(), 0); }
+
+  /// Tells at each end of a bulk operation whether another thread could take the lock.
+  void watchLock() {
+    editor.atTheTimers = [this] {
+      ++ends;
+      const std::unique_lock lock(rig.effect.mutex, std::try_to_lock);
+      lockedOut = lockedOut && !lock.owns_lock();
+    };
+  }
+
+  OtherHand editor;
+  EngineRig rig;
+  StateBytes state;
+  int ends = 0;
+  bool lockedOut = true;
+};
+
+TEST_F(BulkOtherHands, NoRateComesIntoForceInTheMiddleOfALoadOrARestore) {
+  watchLock();
+  rig.effect.applyPreset(PresetFile{});
+  EXPECT_TRUE(lockedOut) << "a load";
+  restore();
+  EXPECT_TRUE(lockedOut) << "a restore";
+  EXPECT_EQ(ends, 2);
+}
+
+TEST_F(BulkOtherHands, AutomationThatArrivesInARestoreOfOldValuesSpeaksOfTodays) {
+  state.version = 0x1015F;
+  editor.atTheFirstPostEffect = [this] { rig.set(kFxTypePre, 20.0); };
+  restore();
+  EXPECT_EQ(rig.effect.GetParam(kFxTypePre)->value(), 20.0);
+}
+
+TEST_F(BulkOtherHands, AutomationDoesNotEndTheMigrationOfARestore) {
+  state.version = 0x1015F;
+  state.values[kFxTypePost + 1] = 18.0;
+  editor.atTheFirstPostEffect = [this] {
+    rig.set(kDelayMode, 3.0);
+    rig.set(kDelayRoute, 6.0);
+  };
+  restore();
+  EXPECT_EQ(rig.effect.GetParam(kFxTypePost + 1)->value(), 19.0);
+}
+
+TEST_F(BulkOtherHands, ChangesOfRateRootAndMenuOnOtherThreadsMeetLoads) {
+  std::atomic<bool> done{false};
+  std::thread rates([&] {
+    while (!done) rig.effect.InitForSampleRate(true);
+  });
+  std::thread wiring([&] {
+    for (int i = 0; !done; ++i) {
+      rig.effect.setPresetRoot("/nowhere/" + std::to_string(i));
+      rig.effect.setPresetMenu(nullptr);
+    }
+  });
+  for (int round = 0; round < 5; ++round) {
+    restore();
+    rig.effect.applyPreset(PresetFile{});
+    EXPECT_FALSE(rig.effect.readPresetFile("/User Presets/None.txt"));
+  }
+  done = true;
+  rates.join();
+  wiring.join();
+  EXPECT_EQ(rig.effect.GetParam(kFxTypePost)->value(), 0.0);
+}
+
+}  // namespace
+}  // namespace orvantesco
