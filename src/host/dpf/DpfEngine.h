@@ -1,0 +1,40 @@
+#pragma once
+
+#include "core/Orvantesco.h"
+#include "fx/Shared.h"
+#include "host/binding/PluginBypass.h"
+#include "host/binding/PluginPresets.h"
+#include "host/dpf/DpfAudio.h"
+#include "host/dpf/DpfHostPort.h"
+#include "presets/PresetPrompts.h"
+
+namespace orvantesco {
+
+/// One instance of the effect with what it needs around it in the wrapper.
+class DpfEngine {
+ public:
+  DpfEngine() = default;
+  DpfEngine(const DpfEngine&) = delete;
+  DpfEngine& operator=(const DpfEngine&) = delete;
+
+  /// Takes the memory for a rate in Hz and for blocks of some frames, and silences what still
+  /// sounds. The first call lets a thread look after the preset library. No audio runs.
+  void activate(double rateHz, int frames);
+
+  /// One block of any length: three inputs (the side chain may be null) and two outputs. Audio
+  /// thread.
+  void run(const float* const* inputs, float* const* outputs, int frames) noexcept;
+
+  DpfHostPort host;
+  Orvantesco effect{host};
+  Shared<bool> bypassed{false};  ///< what the host wants; any thread
+
+ private:
+  PluginBypass bypass{effect};
+  DpfAudio audio;
+  PresetPrompts noPerson;
+  PluginPresets presets{effect, userPresetLibrary(), noPerson};
+  bool libraryIsPrepared = false;
+};
+
+}  // namespace orvantesco

@@ -1,0 +1,262 @@
+// The bundle against an effect that is driven directly with the same settings, audio and transport.
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "host/OfflineHost.h"
+#include "host/binding/PluginPresets.h"
+#include "host/dpf/DpfState.h"
+#include "host/dpf/Vst3Host.h"
+#include "params/IParam.h"
+#include "params/ParamIndex.h"
+
+namespace orvantesco {
+namespace {
+
+constexpr double rateHz = 48000.0;
+constexpr int longestBlock = 256;
+constexpr v3_param_id idOf(int index) { return static_cast<v3_param_id>(index + 1); }
+
+std::vector<float> noise(std::size_t frames, unsigned seed) {
+  std::mt19937 random(seed);
+  std::uniform_real_distribution<float> sample(-0.5F, 0.5F);
+  std::vector<float> out(frames);
+  for (float& x : out) x = sample(random);
+  return out;
+}
+
+/// An effect as a host of our own drives it.
+class Direct {
+ public:
+  Direct() : host(rateHz), effect(host) { effect.SetBlockSize(longestBlock); }
+
+  void process(Vst3Block& block) {
+    for (std::size_t c = 0; c < 2; ++c) in[c].assign(block.in[c].begin(), block.in[c].end());
+    side.assign(block.side.begin(), block.side.end());
+    for (auto& channel : out) channel.assign(block.in[0].size(), 0.0);
+    double* inputs[] = {in[0].data(), in[1].data()};
+    double* outputs[] = {out[0].data(), out[1].data()};
+    AudioBlock audio;
+    audio.inputs = inputs;
+    audio.inputCount = 2;
+    audio.sideChain = side.empty() ? nullptr : side.data();
+    audio.outputs = outputs;
+    audio.outputCount = 2;
+    audio.frames = static_cast<int>(block.in[0].size());
+    effect.RenderAudio(audio);
+    host.advance(audio.frames);
+  }
+
+  void set(int index, double value) {
+    effect.GetParam(index)->setValue(value);
+    effect.OnParamChange(index);
+  }
+
+  void load(const char* preset) {
+    PresetPrompts nobody;
+    PluginPresets presets(effect, userPresetLibrary(), nobody);
+    ASSERT_EQ(presets.apply(preset), "");
+  }
+
+  OfflineHost host;
+  Orvantesco effect;
+  std::array<std::vector<double>, 2> out;
+
+ private:
+  std::array<std::vector<double>, 2> in;
+  std::vector<double> side;
+};
+
+double peakOf(const std::vector<float>& channel) {
+  double peak = 0.0;
+  for (const float x : channel) peak = std::max(peak, std::abs(static_cast<double>(x)));
+  return peak;
+}
+
+double differenceOf(const std::vector<float>& a, const std::vector<double>& b) {
+  double most = 0.0;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    most = std::max(most, std::abs(static_cast<double>(a[i]) - b[i]));
+  }
+  return most;
+}
+
+/// What a host tells at a position.
+v3_process_context contextAt(double quarterNotes, double tempo, int numerator, int denominator) {
+  v3_process_context context{};
+  context.state = V3_PROCESS_CTX_PLAYING | V3_PROCESS_CTX_PROJECT_TIME_VALID |
+                  V3_PROCESS_CTX_TEMPO_VALID | V3_PROCESS_CTX_TIME_SIG_VALID;
+  context.sample_rate = rateHz;
+  context.project_time_quarters = quarterNotes;
+  context.project_time_in_samples = static_cast<std::int64_t>(quarterNotes * 60.0 / tempo * rateHz);
+  context.bpm = tempo;
+  context.time_sig_numerator = numerator;
+  context.time_sig_denom = denominator;
+  return context;
+}
+
+struct Meter {
+  int numerator = 4;
+  int denominator = 4;
+};
+
+/// Plays both from a position and returns the largest difference; the loudest sample in `peak`.
+double playBoth(Direct& direct, Vst3Host& host, Meter meter, double& peak) {
+  constexpr double tempo = 133.0;
+  constexpr double start = 10.3;
+  direct.host.setTempo(tempo);
+  direct.host.setTimeSignature(meter.numerator, meter.denominator);
+  direct.host.locate(start);
+  double most = 0.0;
+  std::int64_t frame = 0;
+  for (unsigned b = 0; b < 300; ++b) {
+    const std::size_t frames = b % 3 == 0 ? 256 : 97 + b % 50;
+    Vst3Block block(frames);
+    block.in = {noise(frames, 2 * b), noise(frames, 2 * b + 1)};
+    auto context = contextAt(start + static_cast<double>(frame) * tempo / (60.0 * rateHz), tempo,
+                             meter.numerator, meter.denominator);
+    block.context = &context;
+    direct.process(block);
+    host.process(block);
+    frame += static_cast<std::int64_t>(frames);
+    for (std::size_t c = 0; c < 2; ++c) {
+      most = std::max(most, differenceOf(block.out[c], direct.out[c]));
+      peak = std::max(peak, peakOf(block.out[c]));
+    }
+  }
+  return most;
+}
+
+class Vst3PlaysAPreset : public testing::TestWithParam<const char*> {};
+
+TEST_P(Vst3PlaysAPreset, AsTheEffectItselfInEveryMeter) {
+  for (const Meter meter : {Meter{4, 4}, Meter{7, 8}, Meter{5, 4}}) {
+    Direct direct;
+    direct.load(GetParam());
+    Vst3Host host;
+    ASSERT_TRUE(host.setState(vst3StreamOf(stateText(direct.effect))));
+    host.activate(rateHz, longestBlock);
+    double peak = 0.0;
+    EXPECT_LT(playBoth(direct, host, meter, peak), 1e-6) << meter.numerator;
+    EXPECT_GT(peak, 0.05);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Factory, Vst3PlaysAPreset,
+                         testing::Values("Basics/Default", "Echo/Dub Quarter"));
+
+TEST(Vst3Audio, TakesAutomationAtTheStartOfABlock) {
+  Direct direct;
+  direct.load("Basics/Default");
+  Vst3Host host;
+  ASSERT_TRUE(host.setState(vst3StreamOf(stateText(direct.effect))));
+  host.activate(rateHz, longestBlock);
+  double most = 0.0;
+  for (unsigned b = 0; b < 100; ++b) {
+    Vst3Block block(longestBlock);
+    block.in = {noise(longestBlock, b), noise(longestBlock, b + 1000)};
+    auto context = contextAt(0.0, 120.0, 4, 4);
+    context.state &= ~static_cast<std::uint32_t>(V3_PROCESS_CTX_PLAYING);
+    block.context = &context;
+    direct.host.setRunning(false);
+    // 0.25 and its multiples of 160 are floats, so both get the same number.
+    const double position = static_cast<double>(b % 4) * 0.25;
+    block.changes = {{idOf(kFeedback), 0, position}};
+    direct.set(kFeedback, 160.0 * position);
+    direct.process(block);
+    host.process(block);
+    most = std::max(most, differenceOf(block.out[0], direct.out[0]));
+  }
+  EXPECT_LT(most, 1e-6);
+}
+
+/// Plays noise through an effect that ducks by its side chain.
+std::vector<float> playDucked(const std::string& state, bool connected, bool active) {
+  Vst3Host host;
+  EXPECT_TRUE(host.setState(vst3StreamOf(state)));
+  host.activateSideChain(active);
+  host.activate(rateHz, longestBlock);
+  std::vector<float> heard;
+  for (unsigned b = 0; b < 200; ++b) {
+    Vst3Block block(longestBlock);
+    block.in = {noise(longestBlock, b), noise(longestBlock, b + 1000)};
+    if (connected) block.side = noise(longestBlock, b + 2000);
+    host.process(block);
+    heard.insert(heard.end(), block.out[0].begin(), block.out[0].end());
+  }
+  return heard;
+}
+
+TEST(Vst3Audio, HearsTheSideChainWhereAHostConnectsAndActivatesIt) {
+  Direct direct;
+  direct.load("Ducking/Sidechain Pump");
+  const std::string state = stateText(direct.effect);
+  const auto ducked = playDucked(state, true, true);
+  const auto plain = playDucked(state, false, true);
+  EXPECT_EQ(playDucked(state, true, false), plain);
+  EXPECT_NE(ducked, plain);
+  for (unsigned b = 0; b < 200; ++b) {
+    Vst3Block block(longestBlock);
+    block.in = {noise(longestBlock, b), noise(longestBlock, b + 1000)};
+    block.side = noise(longestBlock, b + 2000);
+    direct.host.setRunning(false);
+    direct.process(block);
+    const auto first = ducked.begin() + b * longestBlock;
+    ASSERT_LT(differenceOf({first, first + longestBlock}, direct.out[0]), 1e-6) << b;
+  }
+}
+
+TEST(Vst3Audio, PassesTheDrySignalWithTheSameLatencyWhileBypassed) {
+  Vst3Host host;
+  host.activate(rateHz, longestBlock);
+  const std::uint32_t latency = host.latency();
+  EXPECT_EQ(latency, 32U + 48U);
+  std::vector<float> sent, heard;
+  for (unsigned b = 0; b < 40; ++b) {
+    Vst3Block block(longestBlock);
+    block.in = {noise(longestBlock, b), noise(longestBlock, b + 100)};
+    if (b == 0) block.changes = {{idOf(kNumParams), 0, 1.0}};
+    host.process(block);
+    sent.insert(sent.end(), block.in[0].begin(), block.in[0].end());
+    heard.insert(heard.end(), block.out[0].begin(), block.out[0].end());
+  }
+  for (std::size_t i = 2000; i < heard.size(); ++i) ASSERT_EQ(heard[i], sent[i - latency]) << i;
+}
+
+TEST(Vst3Audio, TellsAHostTheLatencyThatHasChanged) {
+  Vst3Host host;
+  for (const double rate : {48000.0, 96000.0}) {
+    host.toldLatencies.clear();
+    host.activate(rate, longestBlock);
+    EXPECT_EQ(host.latency(), 32U + static_cast<std::uint32_t>(rate / 1000.0));
+    Vst3Block block(longestBlock);
+    host.process(block);
+    ASSERT_EQ(host.toldLatencies.size(), 1U);
+    EXPECT_NEAR(host.plain(0, host.toldLatencies[0]), host.latency(), 0.5);
+    host.deactivate();
+  }
+}
+
+TEST(Vst3Audio, TakesBlocksLongerThanItWasTold) {
+  Vst3Host host;
+  host.activate(rateHz, 64);
+  Vst3Host same;
+  same.activate(rateHz, 4096);
+  Vst3Block whole(4096), once(4096);
+  whole.in = {noise(4096, 1), noise(4096, 2)};
+  once.in = whole.in;
+  same.process(once);
+  for (std::size_t first = 0; first < 4096; first += 64) {
+    Vst3Block piece(64);
+    for (std::size_t c = 0; c < 2; ++c) {
+      std::copy_n(whole.in[c].begin() + static_cast<std::ptrdiff_t>(first), 64,
+                  piece.in[c].begin());
+    }
+    host.process(piece);
+    for (std::size_t i = 0; i < 64; ++i) ASSERT_EQ(piece.out[0][i], once.out[0][first + i]);
+  }
+}
+
+}  // namespace
+}  // namespace orvantesco

@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <string>
+
+#include "host/OfflineHost.h"
+#include "host/dpf/DpfState.h"
+#include "host/dpf/Vst3Host.h"
+#include "params/IParam.h"
+#include "params/ParamIndex.h"
+
+namespace orvantesco {
+namespace {
+
+constexpr v3_param_id idOf(int index) { return static_cast<v3_param_id>(index + 1); }
+
+/// An effect with settings that no float holds.
+std::string unusualState() {
+  OfflineHost host;
+  Orvantesco effect(host);
+  const auto set = [&effect](int index, double value) {
+    effect.GetParam(index)->setValue(value);
+    effect.OnParamChange(index);
+  };
+  set(kFeedback, 100.0 / 3.0);
+  set(kFeedback + 1, 12.3456789012345);
+  set(kSlotOn + 2, 1.0);
+  set(kLevel, -7.1);
+  return stateText(effect);
+}
+
+double feedbackIn(const std::string& state) {
+  OfflineHost host;
+  Orvantesco effect(host);
+  EXPECT_TRUE(restoreStateText(effect, state.c_str()));
+  return effect.GetParam(kFeedback)->value();
+}
+
+/// The text of the state within a session's stream.
+std::string textIn(const std::string& stream) {
+  const std::string key = std::string("state") + '\0';
+  const std::size_t begin = stream.find(key) + key.size();
+  return stream.substr(begin, stream.find('\0', begin) - begin);
+}
+
+/// Numbers have a comma for as long as it lives.
+class CommaLocale {
+ public:
+  CommaLocale() {
+    ::setenv("LOCPATH", ORVANTESCO_TEST_LOCALES, 1);
+    EXPECT_NE(std::setlocale(LC_NUMERIC, "de_DE.UTF-8"), nullptr);
+    EXPECT_STREQ(std::localeconv()->decimal_point, ",");
+  }
+  ~CommaLocale() { std::setlocale(LC_NUMERIC, "C"); }
+  CommaLocale(const CommaLocale&) = delete;
+  CommaLocale& operator=(const CommaLocale&) = delete;
+};
+
+TEST(Vst3State, KeepsValuesThatNoFloatHolds) {
+  const std::string text = unusualState();
+  Vst3Host first;
+  ASSERT_TRUE(first.setState(vst3StreamOf(text)));
+  const std::string session = first.state();
+  Vst3Host second;
+  ASSERT_TRUE(second.setState(session));
+  EXPECT_EQ(textIn(second.state()), text);
+  EXPECT_EQ(feedbackIn(textIn(session)), 100.0 / 3.0);
+}
+
+TEST(Vst3State, PassesStreamsThatMoveAFewBytesAtOnce) {
+  Vst3Host first;
+  ASSERT_TRUE(first.setState(vst3StreamOf(unusualState())));
+  const std::string session = first.state();
+  EXPECT_EQ(first.state(7), session);
+  EXPECT_EQ(first.state(4096), session);
+  Vst3Host second;
+  ASSERT_TRUE(second.setState(session, 13));
+  EXPECT_EQ(second.state(), session);
+}
+
+TEST(Vst3State, IsTheSameWhereNumbersHaveAComma) {
+  Vst3Host first;
+  ASSERT_TRUE(first.setState(vst3StreamOf(unusualState())));
+  const std::string session = first.state();
+  const CommaLocale comma;
+  Vst3Host second;
+  ASSERT_TRUE(second.setState(session));
+  EXPECT_EQ(second.state(), session);
+  EXPECT_NEAR(second.normalized(idOf(kFeedback)) * 160.0, 100.0 / 3.0, 1e-4);
+}
+
+TEST(Vst3State, ShowsItsParametersToTheHost) {
+  Vst3Host host;
+  ASSERT_TRUE(host.setState(vst3StreamOf(unusualState())));
+  Vst3Host other;
+  ASSERT_TRUE(other.setState(host.state()));
+  EXPECT_NEAR(other.normalized(idOf(kFeedback + 1)) * 160.0, 12.3456789, 1e-4);
+  EXPECT_EQ(other.normalized(idOf(kSlotOn + 2)), 1.0);
+}
+
+TEST(Vst3State, ThatCannotBeReadChangesNothing) {
+  Vst3Host host;
+  ASSERT_TRUE(host.setState(vst3StreamOf(unusualState())));
+  const std::string before = host.state();
+  for (const char* text : {"", "no base64!", "AAAA", "Zm9v"}) {
+    host.setState(vst3StreamOf(text));
+    EXPECT_EQ(host.state(), before) << text;
+  }
+}
+
+}  // namespace
+}  // namespace orvantesco
