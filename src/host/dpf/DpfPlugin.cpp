@@ -37,7 +37,7 @@ DpfPlugin::DpfPlugin() : Plugin(kDpfParameters, 0, numStates) {
 const char* DpfPlugin::getLabel() const { return PluginIdentity::name; }
 const char* DpfPlugin::getDescription() const { return PluginIdentity::description; }
 const char* DpfPlugin::getMaker() const { return PluginIdentity::vendor; }
-const char* DpfPlugin::getLicense() const { return R"("Copyright qlm-works")"; }
+const char* DpfPlugin::getLicense() const { return R"(Copyright "qlm-works".)"; }
 std::uint32_t DpfPlugin::getVersion() const { return PluginIdentity::versionNumber; }
 std::int64_t DpfPlugin::getUniqueId() const { return fourCharacterId("OVsC"); }
 
