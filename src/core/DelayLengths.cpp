@@ -15,11 +15,32 @@ constexpr double kOffsetSeconds = 0.025;
 constexpr double kLongestDelaySeconds = 8.0;
 constexpr double kLongestGrainSeconds = 0.4;
 
-double longestTap(const TapControls& taps, const TimeFrame& frame) {
+TapPlan planOf(const TapControls& taps, const TimeFrame& frame) {
   const double factor = taps.beatFactor;
   const double interval = factor != 0.0 ? factor * frame.secondsPerBeat : taps.interval.get();
-  const TapPlan plan = planTaps(taps, interval * frame.timeScale, 1.0, kLongestDelaySeconds);
+  return planTaps(taps, interval * frame.timeScale, 1.0, kLongestDelaySeconds);
+}
+
+double longestTap(const TapControls& taps, const TimeFrame& frame) {
+  const TapPlan plan = planOf(taps, frame);
   return plan.taps[static_cast<std::size_t>(plan.count - 1)].delay;
+}
+
+double feedbackTap(const TapControls& taps, const TimeFrame& frame) {
+  const TapPlan plan = planOf(taps, frame);
+  return plan.taps[static_cast<std::size_t>(plan.feedbackTap)].delay;
+}
+
+/// The modulators' part in a turn.
+double turnModulation(const DelayControls& delay, DelayMode mode) {
+  constexpr double kMainModulationSeconds = 0.004;
+  double seconds = kMainModulationSeconds;
+  if (delay.timeSource != nullptr) seconds += kTimeModulationSeconds * std::abs(delay.modDepth);
+  if (mode == DelayMode::Tapped && delay.tapsTimeSource != nullptr) {
+    seconds += std::abs(delay.tapsTimeModDepth);
+  }
+  if (mode == DelayMode::Grain && delay.grainSizeSource != nullptr) seconds += kLongestGrainSeconds;
+  return seconds;
 }
 
 double longestLine(const DelayControls& delay, const TimeFrame& frame) {
@@ -53,6 +74,21 @@ double longestDelaySeconds(const SlotControls& slot, const TimeFrame& frame) {
       break;
   }
   return std::min(seconds, 2.0 * kLongestDelaySeconds) + kTimeModulationSeconds + kOffsetSeconds;
+}
+
+double turnSeconds(const SlotControls& slot, const TimeFrame& frame) {
+  const DelayControls& delay = slot.delay;
+  const DelayMode mode = delay.mode;
+  double seconds = turnModulation(delay, mode);
+  if (mode == DelayMode::Tapped) {
+    seconds += feedbackTap(slot.taps, frame);
+  } else {
+    seconds += longestLine(delay, frame);
+  }
+  if (mode == DelayMode::Grain) seconds += delay.grainSizeMs * 0.001;
+  // A cycle is heard backwards over its own length behind the time that it covers.
+  if (mode == DelayMode::Backward) seconds *= 2.0;
+  return std::min(seconds, 2.0 * kLongestDelaySeconds);
 }
 
 }  // namespace orvantesco

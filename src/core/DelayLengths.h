@@ -13,4 +13,7 @@ struct TimeFrame {
 /// Seconds until the slowest echo of a slot's settings has been heard once.
 double longestDelaySeconds(const SlotControls& slot, const TimeFrame& frame);
 
+/// Seconds that a sound takes at most to come round once.
+double turnSeconds(const SlotControls& slot, const TimeFrame& frame);
+
 }  // namespace orvantesco

@@ -9,6 +9,7 @@
 #include "core/EffectSetup.h"
 #include "core/EngineRate.h"
 #include "core/Orvantesco.h"
+#include "core/TailEstimate.h"
 #include "params/ParamBank.h"
 
 namespace orvantesco {
@@ -209,6 +210,11 @@ double Orvantesco::longestDelayInUse() const {
   }
   // Slots that feed each other are heard one behind the other.
   return chained ? together : longest;
+}
+
+double Orvantesco::tailSeconds() const {
+  const TimeFrame frame{tempoTracker.secondsPerBeat(), globals.timeScale};
+  return TailEstimate(slots, positions, globals, frame).seconds();
 }
 
 bool Orvantesco::bulkOperationRuns() const noexcept { return audioIsBlocked(); }

@@ -36,14 +36,14 @@ Matrix squaredOver(const Matrix& a, double norm) {
 }
 
 /// Largest magnitude of an eigenvalue of a matrix without negative entries: the limit of the
-/// norm of a power's root (I. Gelfand, 1941), with the powers 2, 4, 8 ... 4096.
+/// norm of a power's root (I. Gelfand, 1941), with the powers 2, 4, 8 ... 1024.
 double spectralRadius(Matrix a) {
-  constexpr int squarings = 12;
+  constexpr int squarings = 10;
   double logarithm = 0.0;
   double weight = 1.0;
   for (int k = 0; k <= squarings; ++k) {
     const double norm = largestRowSum(a);
-    if (norm == 0.0) return 0.0;
+    if (norm == 0.0 || !std::isfinite(norm)) return norm;
     logarithm += weight * std::log(norm);
     a = squaredOver(a, norm);
     weight *= 0.5;
@@ -64,19 +64,24 @@ Matrix grown(const TailLoops& loops, double rate) {
 
 bool loopsFade(const TailLoops& loops) { return spectralRadius(loops.gain) < 1.0; }
 
-double loopDecaySeconds(const TailLoops& loops, double decibels) {
+double loopDecay(const TailLoops& loops) {
   // Below it is no decay that anybody waits for, above it there is nothing to wait for.
   constexpr double slowest = 1e-3;
   constexpr double fastest = 1e6;
-  constexpr int halvings = 40;
-  if (!loopsFade(loops)) return kForever;
+  constexpr int halvings = 24;
+  if (!loopsFade(loops)) return 0.0;
   double low = slowest;
   double high = fastest;
   for (int k = 0; k < halvings; ++k) {
     const double middle = std::sqrt(low * high);
     (spectralRadius(grown(loops, middle)) < 1.0 ? low : high) = middle;
   }
-  return std::max(decibels, 0.0) * kNepersPerDecibel / low;
+  return low / kNepersPerDecibel;
+}
+
+double loopDecaySeconds(const TailLoops& loops, double decibels) {
+  const double decay = loopDecay(loops);
+  return decay > 0.0 ? std::max(decibels, 0.0) / decay : kForever;
 }
 
 }  // namespace orvantesco
