@@ -3,13 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <set>
+#include <map>
 
 #include "params/ParamBank.h"
-#include "presets/PresetReader.h"
+#include "presets/PresetCheck.h"
 
 namespace orvantesco {
 namespace {
@@ -38,19 +39,41 @@ TEST(FactoryPresets, TheProgramCarriesTheFilesOfTheProjectToTheByte) {
   EXPECT_EQ(factoryPresets().size(), files);
 }
 
-TEST(FactoryPresets, EveryOneIsOfTheCurrentVersionAndNamesParametersOnly) {
+TEST(FactoryPresets, EveryOneIsOfTheCurrentVersionAndHasNoProblem) {
   ParamBank bank;
   bank.buildParameterBank();
-  const std::set<std::string> keys(bank.keys().begin(), bank.keys().end());
   for (const FactoryPreset& preset : factoryPresets()) {
     const PresetResult result = parsePreset(preset.text);
     const auto* const reading = std::get_if<PresetReading>(&result);
     ASSERT_NE(reading, nullptr) << preset.relativePath();
     EXPECT_EQ(reading->preset.version, kPresetVersion) << preset.relativePath();
-    EXPECT_TRUE(reading->problems.empty()) << preset.relativePath();
-    for (const PresetValue& value : reading->preset.values) {
-      EXPECT_TRUE(keys.contains(value.key)) << preset.relativePath() << ": " << value.key;
+    for (const PresetProblem& problem : presetProblems(*reading, bank)) {
+      ADD_FAILURE() << preset.relativePath() << ":" << problem.line << ": " << problem.message;
     }
+  }
+}
+
+TEST(FactoryPresets, ThereAreManyAndEachHasANameOfItsOwn) {
+  EXPECT_GE(factoryPresets().size(), 96u);
+  std::map<std::string, std::string> places;
+  for (const FactoryPreset& preset : factoryPresets()) {
+    std::string name(preset.name);
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
+    const auto [place, isNew] = places.try_emplace(name, preset.relativePath());
+    EXPECT_TRUE(isNew) << place->second << " and " << preset.relativePath();
+  }
+}
+
+TEST(FactoryPresets, NoFolderIsEmptyAndNoneLiesInAnother) {
+  for (const auto& folder : fs::directory_iterator(ORVANTESCO_PRESET_FILES)) {
+    ASSERT_TRUE(folder.is_directory()) << folder.path();
+    int files = 0;
+    for (const auto& file : fs::directory_iterator(folder)) {
+      EXPECT_TRUE(file.is_regular_file() && file.path().extension() == ".txt") << file.path();
+      ++files;
+    }
+    EXPECT_GT(files, 0) << folder.path();
   }
 }
 
