@@ -2,6 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <filesystem>
 #include <map>
 
 #include "presets/PresetCatalogue.h"
@@ -39,6 +40,20 @@ void scanOfPresets(benchmark::State& state) {
   state.counters["presets"] = static_cast<double>(found);
 }
 
+/// What the disk itself costs: the scan is to be read against this one.
+void plainWalkOfFolders(benchmark::State& state) {
+  namespace fs = std::filesystem;
+  const PresetTree& tree = treeOf(state);
+  std::size_t files = 0;
+  for (auto _ : state) {
+    files = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(tree.root())) {
+      files += entry.is_regular_file() ? 1 : 0;
+    }
+  }
+  state.counters["files"] = static_cast<double>(files);
+}
+
 void menuOfPresets(benchmark::State& state) {
   const PresetCatalogue catalogue = scanPresets(treeOf(state).root());
   PresetMenu menu;
@@ -55,6 +70,7 @@ void stepFromTheLastPreset(benchmark::State& state) {
 }
 
 BENCHMARK(scanOfPresets)->Arg(200)->Arg(20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(plainWalkOfFolders)->Arg(200)->Arg(20000)->Unit(benchmark::kMillisecond);
 BENCHMARK(menuOfPresets)->Arg(200)->Arg(20000)->Unit(benchmark::kMillisecond);
 BENCHMARK(stepFromTheLastPreset)->Arg(20000)->Unit(benchmark::kMicrosecond);
 

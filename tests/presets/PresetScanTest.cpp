@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <fstream>
+#include <set>
+
 #include "support/OrdinaryUser.h"
 #include "support/PresetTree.h"
 
@@ -163,6 +166,38 @@ TEST(PresetScan, TheSecondTreeFollowsTheFirstAndWhatLiesInNeitherHasNoPlace) {
   EXPECT_EQ(pathsOf(scan(tree).presetOrder),
             (Paths{"/User Presets/Zoo", "/User Presets/Factory Presets/Two",
                    "/Factory Presets/Echo/One"}));
+}
+
+TEST(PresetScan, ALargeLibraryWithLoopsAndShutFoldersIsListedWhole) {
+  constexpr int files = 20'000;
+  PresetTree tree;
+  for (int file = 0; file < files; ++file) {
+    const std::string folder =
+        kUserTree + std::to_string(file / 1000) + "/" + std::to_string(file / 50) + "/";
+    if (file % 50 == 0) tree.addFolder(folder);
+    std::ofstream(tree.full(folder + std::to_string(file) + ".txt"));
+  }
+  for (int loop = 0; loop < 20; ++loop) {
+    tree.addLink(kUserTree + std::to_string(loop) + "/Up", tree.full("/User Presets"));
+    tree.addLink(kUserTree + std::string("Side ") + std::to_string(loop), std::to_string(loop));
+  }
+  const std::string longest(251, 'n');
+  tree.addFile(kUserTree + std::string("0/") + longest + ".txt");
+  tree.setRights("/User Presets/19/399", 0);
+  const PresetCatalogue found = [&] {
+    const OrdinaryUser user;
+    return scan(tree);
+  }();
+  // Fifty lie in the folder that is shut; one more has the longest name.
+  EXPECT_EQ(found.presetFiles.size(), files - 50 + 1u);
+  EXPECT_EQ(found.presetOrder.size(), found.presetFiles.size());
+  EXPECT_EQ(found.presetFolders.size(), 1u + 20u + 400u - 1u);
+  EXPECT_EQ(found.unopened, Paths{tree.full("/User Presets/19/399")});
+  std::set<std::string> different;
+  for (const PresetEntry& file : found.presetFiles) different.insert(file.relativePath);
+  EXPECT_EQ(different.size(), found.presetFiles.size());
+  EXPECT_EQ(different.count(kUserTree + std::string("0/") + longest), 1u);
+  EXPECT_EQ(different.count("/User Presets/7/150/7512"), 1u);
 }
 
 }  // namespace
