@@ -68,6 +68,9 @@ ProgramRun::ProgramRun(const std::string& folder, const std::vector<std::string>
   if (::chdir(folder.c_str()) != 0) ::_exit(126);
   ::dup2(out, STDOUT_FILENO);
   ::dup2(err, STDERR_FILENO);
+  constexpr uid_t nobody = 65534;
+  if (limits.ordinaryUser && ::geteuid() == 0 && ::setuid(nobody) != 0) ::_exit(125);
+  if (limits.cut && !meet(*limits.cut)) ::_exit(kNoFilter);
   execute(arguments);
 }
 

@@ -2,9 +2,11 @@
 
 #include <sys/types.h>
 
-#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "support/CutOff.h"
 
 namespace orvantesco::cli {
 
@@ -37,7 +39,9 @@ class TemporaryFolder {
 class ProgramRun {
  public:
   struct Limits {
-    long fileBytes = -1;  ///< the largest file it may write, -1 for any
+    long fileBytes = -1;          ///< the largest file it may write, -1 for any
+    std::optional<CutOff> cut{};  ///< a call to the kernel that ends it or fails
+    bool ordinaryUser = false;    ///< with no more rights to files than any user
   };
   ProgramRun(const std::string& folder, const std::vector<std::string>& arguments,
              const Limits& limits);
