@@ -1,9 +1,12 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "fuzz/FuzzedEffect.h"
 #include "fuzz/PresetChecks.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  orvantesco::checkPresetBytes({reinterpret_cast<const char*>(data), size});
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  orvantesco::checkPresetBytes(bytes);
+  if (orvantesco::isPlayed(bytes)) orvantesco::checkPresetPlays(bytes);
   return 0;
 }

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "fuzz/FuzzedEffect.h"
 #include "fuzz/PresetChecks.h"
 #include "fuzz/StateChecks.h"
 
@@ -29,6 +30,12 @@ TEST(FuzzCorpus, EveryPresetFileIsReadSafely) {
 }
 
 TEST(FuzzCorpus, EveryStateBlockIsReadSafely) { EXPECT_GE(checkAll("state", checkStateBytes), 8); }
+
+TEST(FuzzCorpus, OneEffectPlaysAllOfThemOneAfterAnother) {
+  EXPECT_GE(checkAll("preset", checkPresetPlays), 8);
+  EXPECT_GE(checkAll("state", checkStatePlays), 8);
+  EXPECT_GE(checkAll("preset", checkPresetPlays), 8);
+}
 
 }  // namespace
 }  // namespace orvantesco
