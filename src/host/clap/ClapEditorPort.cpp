@@ -2,7 +2,33 @@
 
 #include <string>
 
+#include "params/ParamIndex.h"
+
 namespace orvantesco {
+
+void ClapEditorPort::noteChoice(int position) noexcept {
+  choices.fetch_or(1u << position, std::memory_order_relaxed);
+  port.postDuty(ClapHostPort::kBuildEffects);
+}
+
+void ClapEditorPort::carryOutChoices(Orvantesco& effect) {
+  const unsigned waiting = choices.exchange(0, std::memory_order_relaxed);
+  committer = std::this_thread::get_id();
+  for (int position = 0; position < numPositions; ++position) {
+    if ((waiting & 1u << position) == 0) continue;
+    committed = position;
+    effect.OnParamChange(fxTypeIndex(position));
+  }
+  committed = -1;
+}
+
+bool ClapEditorPort::hasCommittedGesture(int position) noexcept {
+  return committed == position && committer == std::this_thread::get_id();
+}
+
+void ClapEditorPort::lowerCommitFlag(int position) noexcept {
+  if (hasCommittedGesture(position)) committed = -1;
+}
 
 void ClapEditorPort::setKnobValue(int paramIdx, double normalized) noexcept {
   if (!quiet) port.followParamChange(paramIdx, normalized);

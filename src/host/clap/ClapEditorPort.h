@@ -1,5 +1,9 @@
 #pragma once
 
+#include <atomic>
+#include <thread>
+
+#include "core/Orvantesco.h"
 #include "host/EditorPort.h"
 #include "host/clap/ClapHostPort.h"
 
@@ -24,6 +28,15 @@ class ClapEditorPort : public EditorPort {
     ClapEditorPort& editor;
   };
 
+  /// A person has chosen another effect at a position (0..11) with the host's own controls. Audio
+  /// thread, or the main thread while no audio runs.
+  void noteChoice(int position) noexcept;
+
+  /// Builds the effects that were chosen: what the audio thread may not do. Main thread.
+  void carryOutChoices(Orvantesco& effect);
+
+  bool hasCommittedGesture(int position) noexcept override;
+  void lowerCommitFlag(int position) noexcept override;
   void setKnobValue(int paramIdx, double normalized) noexcept override;
   void refreshTapSelectors(int slot) noexcept override;
   void setKnobSteps(int paramIdx, int steps, double defaultPosition) noexcept override;
@@ -33,6 +46,9 @@ class ClapEditorPort : public EditorPort {
   ClapHostPort& port;
   const ClapHost& host;
   Shared<bool> quiet{false};
+  std::atomic<unsigned> choices{0};  ///< bit p: a choice at position p waits
+  Shared<int> committed{-1};         ///< position whose choice is being carried out
+  Shared<std::thread::id> committer{};
 };
 
 }  // namespace orvantesco

@@ -70,13 +70,15 @@ const clap_event_transport_t* transportIn(const clap_event_header_t& header) noe
   return eventIn<clap_event_transport_t>(header, CLAP_EVENT_TRANSPORT);
 }
 
-void sendChanges(ChangeQueue& changes, const ClapParameters& parameters,
+bool sendChanges(ChangeQueue& changes, const ClapParameters& parameters,
                  const clap_output_events_t* list) noexcept {
-  if (list == nullptr || list->try_push == nullptr) return;
+  const bool any = changes.front() != nullptr;
+  if (list == nullptr || list->try_push == nullptr) return any;
   while (const HostChange* const change = changes.front()) {
-    if (!send(*change, parameters, *list)) return;
+    if (!send(*change, parameters, *list)) break;
     changes.pop();
   }
+  return any;
 }
 
 }  // namespace orvantesco

@@ -75,7 +75,10 @@ const void* getExtension(const clap_plugin_t* plugin, const char* id) {
 }
 
 void onMainThread(const clap_plugin_t* plugin) {
-  if (auto* const instance = ClapPlugin::behind(plugin)) instance->runDuties();
+  onInstance(plugin, false, [](ClapPlugin& instance) {
+    instance.runDuties();
+    return true;
+  });
 }
 
 // ---- audio ports ----
@@ -135,6 +138,7 @@ bool getParameterValue(const clap_plugin_t* plugin, clap_id id, double* value) {
                  [&](const auto& parts) { return give(parts.parameters.value(id), value); });
 }
 
+// NOLINTNEXTLINE(readability-function-size): the standard's own arguments
 bool valueToText(const clap_plugin_t* plugin, clap_id id, double value, char* text,
                  std::uint32_t size) {
   expectMain(plugin, "params.value_to_text");

@@ -83,6 +83,7 @@ class ClapHostPort : public HostPort {
   enum Duty : unsigned {
     kRescanValues = 1u << 0,  ///< values moved that the queue had no room for
     kRescanTexts = 1u << 1,   ///< names or texts of parameters changed
+    kBuildEffects = 1u << 2,  ///< effects were chosen by a person
   };
   /// Any thread.
   void postDuty(unsigned bits) noexcept;

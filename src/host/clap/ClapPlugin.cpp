@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "host/clap/ClapExtensions.h"
+#include "params/ParamIndex.h"
 
 namespace orvantesco {
 namespace {
@@ -113,21 +114,31 @@ clap_process_status ClapPlugin::process(const clap_process_t& block) noexcept {
     frame = end;
   }
   events.takeAll([&](const auto& event) { take(event, static_cast<int>(block.frames_count)); });
-  sendChanges(port.changes, initialised->parameters, block.out_events);
+  tell(block.out_events);
   for (std::uint32_t i = 0; i < block.audio_outputs_count; ++i) {
     block.audio_outputs[i].constant_mask = 0;
   }
-  return initialised->tail.status();
+  const clap_process_status status = initialised->tail.status();
+  if (initialised->tail.hasNews()) host.tailChanged();
+  return status;
 }
 
 void ClapPlugin::take(const clap_event_header_t& event, int frame) noexcept {
   if (const auto* const value = parameterValueIn(event)) {
-    if (initialised->parameters.set(value->param_id, value->value)) {
-      initialised->tail.settingsChanged();
-    }
+    takeValue(*value);
   } else if (const auto* const transport = transportIn(event)) {
     port.takeTransport(transport, frame);
   }
+}
+
+/// Automation leaves the effects of the slots alone; a person who turns the host's own knob of one
+/// chooses it as in an editor.
+void ClapPlugin::takeValue(const clap_event_param_value_t& event) noexcept {
+  if (!initialised->parameters.set(event.param_id, event.value)) return;
+  initialised->tail.settingsChanged();
+  const bool isLive = (event.header.flags & CLAP_EVENT_IS_LIVE) != 0;
+  const auto index = static_cast<int>(event.param_id);
+  if (isLive && isFxType(index)) editor.noteChoice(index - kFxTypePre);
 }
 
 void ClapPlugin::render(const clap_process_t& block, int first, int frames) noexcept {
@@ -143,6 +154,13 @@ void ClapPlugin::render(const clap_process_t& block, int first, int frames) noex
   }
 }
 
+/// What the plug-in has moved itself changes the tail as what the host has moved does.
+void ClapPlugin::tell(const clap_output_events_t* list) noexcept {
+  if (sendChanges(port.changes, initialised->parameters, list)) {
+    initialised->tail.settingsChanged();
+  }
+}
+
 void ClapPlugin::flush(const clap_input_events_t* in, const clap_output_events_t* out) noexcept {
   if (initialised == nullptr) return;
   const ClapHostPort::Visit visit(port);
@@ -152,12 +170,13 @@ void ClapPlugin::flush(const clap_input_events_t* in, const clap_output_events_t
     threads.expectMain("flush");
   }
   ClapEvents(in).takeAll([&](const auto& event) { take(event, 0); });
-  sendChanges(port.changes, initialised->parameters, out);
+  tell(out);
 }
 
-void ClapPlugin::runDuties() noexcept {
+void ClapPlugin::runDuties() {
   threads.expectMain("on_main_thread");
   const unsigned duties = port.takeDuties();
+  if (duties & ClapHostPort::kBuildEffects) editor.carryOutChoices(initialised->effect);
   clap_param_rescan_flags flags = 0;
   if (duties & ClapHostPort::kRescanValues) flags |= CLAP_PARAM_RESCAN_VALUES;
   if (duties & ClapHostPort::kRescanTexts) flags |= CLAP_PARAM_RESCAN_TEXT | CLAP_PARAM_RESCAN_INFO;

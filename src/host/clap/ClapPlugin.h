@@ -39,7 +39,7 @@ class ClapPlugin {
   bool init();
   bool activate(double rateHz, std::uint32_t maxFrames);
   void deactivate() noexcept;
-  void runDuties() noexcept;
+  void runDuties();
   bool selectPorts(clap_id layout) noexcept;
   bool loadState(const clap_istream_t& stream);
   bool loadPreset(std::uint32_t kind, const char* location, const char* key);
@@ -79,7 +79,9 @@ class ClapPlugin {
 
   void prepare(double rateHz, int longest);
   void take(const clap_event_header_t& event, int frame) noexcept;
+  void takeValue(const clap_event_param_value_t& event) noexcept;
   void render(const clap_process_t& process, int first, int frames) noexcept;
+  void tell(const clap_output_events_t* list) noexcept;
   void tellOfLoad() noexcept;
 
   clap_plugin_t table;

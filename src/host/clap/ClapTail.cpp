@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "host/binding/TailTime.h"
 
@@ -36,6 +37,11 @@ std::uint32_t ClapTail::frames() noexcept {
     tailFrames = tail < kEndless ? static_cast<std::uint32_t>(tail) : kEndless;
   }
   return tailFrames;
+}
+
+bool ClapTail::hasNews() noexcept {
+  const std::uint32_t now = tailFrames;
+  return std::exchange(lastNews, now) != now;
 }
 
 void ClapTail::count(std::int64_t& quietFrames, bool quiet, int frameCount) noexcept {

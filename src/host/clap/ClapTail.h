@@ -35,6 +35,9 @@ class ClapTail {
   /// for never. Any thread.
   std::uint32_t frames() noexcept;
 
+  /// Whether the tail is another one than at the last such question. Audio thread.
+  bool hasNews() noexcept;
+
   /// Looks at a part that has been rendered: its input before, its output after. Audio thread.
   void hear(const AudioBlock& block) noexcept;
   void look(const AudioBlock& block) noexcept;
@@ -53,6 +56,7 @@ class ClapTail {
   Shared<bool> outdated{true};  ///< `tailFrames` is of other settings
   Shared<bool> moved{false};    ///< settings changed since the last `status`
   Shared<std::uint32_t> tailFrames{0};
+  std::uint32_t lastNews = 0;
   std::int64_t quietInput = 0;
   std::int64_t quietOutput = 0;
 };

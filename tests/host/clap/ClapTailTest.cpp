@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "host/clap/ClapParameters.h"
+#include "host/clap/ClapPlugin.h"
 #include "host/clap/ClapRender.h"
 
 namespace orvantesco {
@@ -126,6 +127,22 @@ TEST(ClapTail, IsNoneOfSettingsThatMove) {
   instance.in.value(0, kFeedback, 0.2);
   EXPECT_EQ(play(instance, 0.0), CLAP_PROCESS_CONTINUE);
   EXPECT_EQ(play(instance, 0.0), CLAP_PROCESS_TAIL);
+}
+
+TEST(ClapTail, IsToldAnewWhereItHasChanged) {
+  ClapInstance instance;
+  instance.start();
+  play(instance, 0.0);
+  play(instance, 0.0);
+  EXPECT_EQ(instance.host.tailChanges, 1);
+  play(instance, 0.0);
+  EXPECT_EQ(instance.host.tailChanges, 1);
+  // A knob of the plug-in's own counts as one of the host's.
+  auto& effect = ClapPlugin::behind(instance.plugin)->parts()->effect;
+  effect.SetParameterFromGUI(kFeedback, 0.2);
+  play(instance, 0.0);
+  play(instance, 0.0);
+  EXPECT_EQ(instance.host.tailChanges, 2);
 }
 
 }  // namespace

@@ -27,6 +27,8 @@ constexpr clap_host_params_t params{
 
 constexpr clap_host_state_t state{[](const clap_host_t* host) { ++self(host).dirtyMarks; }};
 
+constexpr ClapHostTail tail{[](const clap_host_t* host) { ++self(host).tailChanges; }};
+
 constexpr ClapHostPresetLoad presets{
     [](const clap_host_t* host, std::uint32_t, const char*, const char*, std::int32_t,
        const char* message) { self(host).note(std::string("preset: ") + message); },
@@ -42,6 +44,7 @@ const void* extensionOf(const clap_host_t* host, const char* id) {
   if (name == CLAP_EXT_LATENCY) return &latency;
   if (name == CLAP_EXT_PARAMS) return &params;
   if (name == CLAP_EXT_STATE) return &state;
+  if (name == kClapTailId) return &tail;
   if (name == kClapPresetLoadId) return &presets;
   return nullptr;
 }

@@ -38,6 +38,7 @@ class ClapTestHost {
   std::atomic<int> flushRequests{0};
   std::atomic<int> latencyChanges{0};
   std::atomic<int> dirtyMarks{0};
+  std::atomic<int> tailChanges{0};
   std::atomic<int> presetsLoaded{0};
   std::atomic<unsigned> rescanned{0};  ///< all flags so far
 
