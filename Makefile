@@ -7,7 +7,7 @@ INSTALL := scripts/install-packages
 BUILD := cmake --build --parallel $(JOBS) --preset
 
 .DEFAULT_GOAL := all
-.PHONY: all plugins demo presets-check test bench format lint asan tsan clang fuzz clean help
+.PHONY: all plugins install uninstall demo presets-check test bench format lint asan tsan clang fuzz clean help
 
 all: ## build the program: build/bin/orvantesco
 	@$(INSTALL) build
@@ -18,6 +18,13 @@ plugins: ## build the plug-in formats below build/plugins
 	@$(INSTALL) build plugins
 	@cmake --preset release -DORVANTESCO_BENCH=OFF -DORVANTESCO_PLUGINS=ON
 	@$(BUILD) release --target orvantesco_plugins
+
+install: plugins ## put plug-ins, programs and presets where hosts look; PREFIX=/usr/local for every user
+	@$(BUILD) release --target orvantesco
+	@scripts/install-plugins install $(if $(PREFIX),--prefix "$(PREFIX)")
+
+uninstall: ## take away what install has put there, but no preset of yours
+	@scripts/install-plugins uninstall $(if $(PREFIX),--prefix "$(PREFIX)")
 
 demo: all ## render a recording through the delay into build/demo/ and picture it
 	@$(INSTALL) demo
