@@ -2,13 +2,18 @@
 
 #include <algorithm>
 
+#include "host/dpf/DpfParameters.h"
+
 namespace orvantesco {
+
+/// The ranges of ports are read from a bank that is built at the first question.
+DpfEngine::DpfEngine() { portRangeOf(0); }
 
 void DpfEngine::activate(double rateHz, int frames) {
   host.setSampleRate(rateHz);
   audio.prepare(frames);
   bypass.prepare(frames, rateHz);
-  bypass.reset();
+  effect.ResetDSP();  // no audio runs, so it needs no request
   if (libraryIsPrepared) return;
   libraryIsPrepared = true;
   presets.start();

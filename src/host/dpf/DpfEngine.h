@@ -13,7 +13,8 @@ namespace orvantesco {
 /// One instance of the effect with what it needs around it in the wrapper.
 class DpfEngine {
  public:
-  DpfEngine() = default;
+  /// Control thread. Builds what the audio thread will only read.
+  DpfEngine();
   DpfEngine(const DpfEngine&) = delete;
   DpfEngine& operator=(const DpfEngine&) = delete;
 
