@@ -144,7 +144,8 @@ TEST_P(Vst3PlaysAPreset, AsTheEffectItselfInEveryMeter) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Factory, Vst3PlaysAPreset,
-                         testing::Values("Basics/Default", "Echo/Dub Quarter"));
+                         testing::Values("Basics/Default", "Echo/Dub Quarter",
+                                         "Filter Delays/Singing Filter", "Modulated/Rhythm Gate"));
 
 TEST(Vst3Audio, TakesAutomationAtTheStartOfABlock) {
   Direct direct;
