@@ -43,16 +43,23 @@ void addValueProblems(const MigratedValues& values, const ParamBank& bank,
   }
 }
 
-/// Each parameter takes one line of its key, so a key that two share counts twice.
+/// Each parameter takes one line of its key, so a key that two share may come twice.
 void addKeyProblems(const PresetFile& preset, const ParamKeys& keys,
                     std::vector<PresetProblem>& problems) {
-  std::map<std::string_view, int> free;
-  for (const std::string& key : keys) ++free[key];
+  struct Use {
+    int parameters = 0;
+    int lines = 0;
+  };
+  std::map<std::string_view, Use> uses;
+  for (const PresetValue& value : preset.values) uses.try_emplace(value.key);
+  for (const std::string& key : keys) {
+    if (const auto found = uses.find(key); found != uses.end()) ++found->second.parameters;
+  }
   for (const PresetValue& value : preset.values) {
-    const auto found = free.find(value.key);
-    if (found == free.end()) {
+    Use& use = uses.at(value.key);
+    if (use.parameters == 0) {
       problems.push_back({value.line, "no parameter is called " + shortened(value.key)});
-    } else if (--found->second < 0) {
+    } else if (++use.lines > use.parameters) {
       problems.push_back({value.line, shortened(value.key) + " stands in the file before"});
     }
   }

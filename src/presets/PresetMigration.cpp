@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 #include <string_view>
-#include <unordered_map>
 
 #include "params/ParamIndex.h"
 
@@ -74,21 +74,19 @@ float today(int version, int index, float v) noexcept {
   return version < kMoreNoteLengths ? ofNoteLengths(index, v) : v;
 }
 
-/// The values of a preset by their keys, each to be taken once, in the order of the file. What no
-/// parameter is called is left out, so that a foreign file costs no more than its length.
+/// The values of a preset by their keys, each to be taken once, in the order of the file. Sorted,
+/// so that no choice of keys can make a foreign file slow.
 class ValueList {
  public:
-  ValueList(const std::vector<PresetValue>& values, const ParamKeys& keys) {
-    for (const std::string& key : keys) byKey.try_emplace(key);
-    for (const PresetValue& value : values) {
-      const auto found = byKey.find(value.key);
-      if (found != byKey.end()) found->second.values.push_back(&value);
-    }
+  explicit ValueList(const std::vector<PresetValue>& values) {
+    for (const PresetValue& value : values) byKey[value.key].values.push_back(&value);
   }
 
   /// Null where there is none left.
   const PresetValue* take(std::string_view key) {
-    Queue& queue = byKey.at(key);
+    const auto found = byKey.find(key);
+    if (found == byKey.end()) return nullptr;
+    Queue& queue = found->second;
     return queue.taken < queue.values.size() ? queue.values[queue.taken++] : nullptr;
   }
 
@@ -97,7 +95,7 @@ class ValueList {
     std::vector<const PresetValue*> values;
     std::size_t taken = 0;
   };
-  std::unordered_map<std::string_view, Queue> byKey;
+  std::map<std::string_view, Queue> byKey;
 };
 
 bool holds(const MigratedValues& values, int index, float wanted) {
@@ -107,7 +105,7 @@ bool holds(const MigratedValues& values, int index, float wanted) {
 }  // namespace
 
 MigratedValues migrated(const PresetFile& preset, const ParamKeys& keys) {
-  ValueList listed(preset.values, keys);
+  ValueList listed(preset.values);
   MigratedValues values;
   for (int index = 0; const std::string& key : keys) {
     std::optional<float> value;
