@@ -19,14 +19,20 @@ void copyOrClear(const double* in, double* out, int frames) noexcept {
 void DryHistory::delayed(const double* in, double* out, int frames, int delay) const noexcept {
   const int late = std::clamp(delay, 0, length);
   const int fromHistory = std::min(frames, late);
-  std::copy_n(held.end() - late, fromHistory, out);
+  const int from = (next - late + length) % length;
+  const int beforeTheEnd = std::min(fromHistory, length - from);
+  std::copy_n(held.begin() + from, beforeTheEnd, out);
+  std::copy_n(held.begin(), fromHistory - beforeTheEnd, out + beforeTheEnd);
   copyOrClear(in, out + fromHistory, frames - fromHistory);
 }
 
 void DryHistory::remember(const double* in, int frames) noexcept {
   const int taken = std::min(frames, length);
-  std::copy(held.begin() + taken, held.end(), held.begin());
-  copyOrClear(in == nullptr ? in : in + (frames - taken), held.data() + (length - taken), taken);
+  const double* const last = in == nullptr ? nullptr : in + (frames - taken);
+  const int beforeTheEnd = std::min(taken, length - next);
+  copyOrClear(last, held.data() + next, beforeTheEnd);
+  copyOrClear(last == nullptr ? nullptr : last + beforeTheEnd, held.data(), taken - beforeTheEnd);
+  next = (next + taken) % length;
 }
 
 }  // namespace orvantesco

@@ -24,7 +24,8 @@ class DryHistory {
   void remember(const double* in, int frames) noexcept;
 
  private:
-  std::array<double, length> held{};  ///< oldest first
+  std::array<double, length> held{};  ///< a ring
+  int next = 0;                       ///< where the next sample goes, and the oldest stands
 };
 
 }  // namespace orvantesco

@@ -20,12 +20,24 @@ double ofFixedPoint(std::int64_t position) noexcept {
 
 double roundedToFixedPoint(double position) noexcept {
   if (!(std::abs(position) < kRoundable)) return position;
-  return std::round(position * kFixedPoint) / kFixedPoint;
+  const double half = position < 0.0 ? -0.5 : 0.5;
+  return static_cast<double>(static_cast<std::int64_t>(position * kFixedPoint + half)) /
+         kFixedPoint;
 }
 
-void ClapTransport::take(const clap_event_transport_t* told, int frame) noexcept {
-  event = told != nullptr ? *told : clap_event_transport_t{};
+void ClapTransport::take(const clap_event_transport_t* given, int frame) noexcept {
+  event = given != nullptr ? *given : clap_event_transport_t{};
   eventFrame = frame;
+  told = HostTimeInfo{};
+  told.transportIsRunning = tells(CLAP_TRANSPORT_IS_PLAYING);
+  told.transportLoopEnabled = tells(CLAP_TRANSPORT_IS_LOOP_ACTIVE);
+  told.ppqPos = beatsTold();
+  told.cycleStart = ofFixedPoint(event.loop_start_beats);
+  told.cycleEnd = ofFixedPoint(event.loop_end_beats);
+  seconds = secondsTold();
+  if (!tells(CLAP_TRANSPORT_HAS_TIME_SIGNATURE)) return;
+  told.numerator = event.tsig_num;
+  told.denominator = event.tsig_denom;
 }
 
 double ClapTransport::tempoAt(int frame) const noexcept {
@@ -56,19 +68,15 @@ double ClapTransport::secondsTold() const noexcept {
 }
 
 HostTimeInfo ClapTransport::at(int frame, double rateHz) const noexcept {
-  HostTimeInfo time;
-  time.transportIsRunning = tells(CLAP_TRANSPORT_IS_PLAYING);
-  time.transportLoopEnabled = tells(CLAP_TRANSPORT_IS_LOOP_ACTIVE);
-  const int played = time.transportIsRunning ? frame - eventFrame : 0;
+  HostTimeInfo time = told;
   time.tempo = tempoAt(frame);
-  time.ppqPos = roundedToFixedPoint(beatsTold() + beatsSince(played, rateHz));
-  time.samplePos = secondsTold() * rateHz + played;
-  time.cycleStart = ofFixedPoint(event.loop_start_beats);
-  time.cycleEnd = ofFixedPoint(event.loop_end_beats);
-  if (tells(CLAP_TRANSPORT_HAS_TIME_SIGNATURE)) {
-    time.numerator = event.tsig_num;
-    time.denominator = event.tsig_denom;
+  time.samplePos = seconds * rateHz;
+  if (time.transportIsRunning) {
+    const int played = frame - eventFrame;
+    time.ppqPos += beatsSince(played, rateHz);
+    time.samplePos += played;
   }
+  time.ppqPos = roundedToFixedPoint(time.ppqPos);
   return time;
 }
 

@@ -35,6 +35,8 @@ class ClapTransport {
 
   clap_event_transport_t event{};  ///< without flags: nothing is known
   int eventFrame = 0;
+  HostTimeInfo told;     ///< at that frame, as far as it needs no rate
+  double seconds = 0.0;  ///< since the start of the song, at that frame
 };
 
 }  // namespace orvantesco
