@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
-#include "host/OfflineHost.h"
-#include "host/binding/PluginPresets.h"
+#include "host/dpf/DirectEffect.h"
 #include "host/dpf/DpfState.h"
 #include "host/dpf/Vst3Host.h"
 #include "params/IParam.h"
@@ -14,73 +11,7 @@
 namespace orvantesco {
 namespace {
 
-constexpr double rateHz = 48000.0;
-constexpr int longestBlock = 256;
 constexpr v3_param_id idOf(int index) { return static_cast<v3_param_id>(index + 1); }
-
-std::vector<float> noise(std::size_t frames, unsigned seed) {
-  std::mt19937 random(seed);
-  std::uniform_real_distribution<float> sample(-0.5F, 0.5F);
-  std::vector<float> out(frames);
-  for (float& x : out) x = sample(random);
-  return out;
-}
-
-/// An effect as a host of our own drives it.
-class Direct {
- public:
-  Direct() : host(rateHz), effect(host) { effect.SetBlockSize(longestBlock); }
-
-  void process(Vst3Block& block) {
-    for (std::size_t c = 0; c < 2; ++c) in[c].assign(block.in[c].begin(), block.in[c].end());
-    side.assign(block.side.begin(), block.side.end());
-    for (auto& channel : out) channel.assign(block.in[0].size(), 0.0);
-    double* inputs[] = {in[0].data(), in[1].data()};
-    double* outputs[] = {out[0].data(), out[1].data()};
-    AudioBlock audio;
-    audio.inputs = inputs;
-    audio.inputCount = 2;
-    audio.sideChain = side.empty() ? nullptr : side.data();
-    audio.outputs = outputs;
-    audio.outputCount = 2;
-    audio.frames = static_cast<int>(block.in[0].size());
-    effect.RenderAudio(audio);
-    host.advance(audio.frames);
-  }
-
-  void set(int index, double value) {
-    effect.GetParam(index)->setValue(value);
-    effect.OnParamChange(index);
-  }
-
-  void load(const char* preset) {
-    PresetPrompts nobody;
-    PluginPresets presets(effect, userPresetLibrary(), nobody);
-    ASSERT_EQ(presets.apply(preset), "");
-  }
-
-  OfflineHost host;
-  Orvantesco effect;
-  std::array<std::vector<double>, 2> out;
-
- private:
-  std::array<std::vector<double>, 2> in;
-  std::vector<double> side;
-};
-
-double peakOf(const std::vector<float>& channel) {
-  double peak = 0.0;
-  for (const float x : channel) peak = std::max(peak, std::abs(static_cast<double>(x)));
-  return peak;
-}
-
-double differenceOf(const std::vector<float>& a, const std::vector<double>& b) {
-  double most = 0.0;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    most = std::max(most, std::abs(static_cast<double>(a[i]) - b[i]));
-  }
-  return most;
-}
 
 /// What a host tells at a position.
 v3_process_context contextAt(double quarterNotes, double tempo, int numerator, int denominator) {
@@ -102,7 +33,7 @@ struct Meter {
 };
 
 /// Plays both from a position and returns the largest difference; the loudest sample in `peak`.
-double playBoth(Direct& direct, Vst3Host& host, Meter meter, double& peak) {
+double playBoth(DirectEffect& direct, Vst3Host& host, Meter meter, double& peak) {
   constexpr double tempo = 133.0;
   constexpr double start = 10.3;
   direct.host.setTempo(tempo);
@@ -132,7 +63,7 @@ class Vst3PlaysAPreset : public testing::TestWithParam<const char*> {};
 
 TEST_P(Vst3PlaysAPreset, AsTheEffectItselfInEveryMeter) {
   for (const Meter meter : {Meter{4, 4}, Meter{7, 8}, Meter{5, 4}}) {
-    Direct direct;
+    DirectEffect direct;
     direct.load(GetParam());
     Vst3Host host;
     ASSERT_TRUE(host.setState(vst3StreamOf(stateText(direct.effect))));
@@ -148,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(Factory, Vst3PlaysAPreset,
                                          "Filter Delays/Singing Filter", "Modulated/Rhythm Gate"));
 
 TEST(Vst3Audio, TakesAutomationAtTheStartOfABlock) {
-  Direct direct;
+  DirectEffect direct;
   direct.load("Basics/Default");
   Vst3Host host;
   ASSERT_TRUE(host.setState(vst3StreamOf(stateText(direct.effect))));
@@ -190,7 +121,7 @@ std::vector<float> playDucked(const std::string& state, bool connected, bool act
 }
 
 TEST(Vst3Audio, HearsTheSideChainWhereAHostConnectsAndActivatesIt) {
-  Direct direct;
+  DirectEffect direct;
   direct.load("Ducking/Sidechain Pump");
   const std::string state = stateText(direct.effect);
   const auto ducked = playDucked(state, true, true);

@@ -146,11 +146,11 @@ v3_plugin_factory** factory() {
     void* const library = ::dlopen(ORVANTESCO_VST3, RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) throw std::runtime_error(::dlerror());
     const auto enter = reinterpret_cast<bool (*)(void*)>(::dlsym(library, "ModuleEntry"));
-    const auto give = reinterpret_cast<void* (*)()>(::dlsym(library, "GetPluginFactory"));
+    const auto give = reinterpret_cast<const void* (*)()>(::dlsym(library, "GetPluginFactory"));
     if (enter == nullptr || give == nullptr || !enter(library)) {
       throw std::runtime_error("the bundle has no entry");
     }
-    return static_cast<v3_plugin_factory**>(give());
+    return static_cast<v3_plugin_factory**>(const_cast<void*>(give()));
   }();
   return loaded;
 }

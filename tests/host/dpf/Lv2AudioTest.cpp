@@ -1,0 +1,91 @@
+// The bundle against an effect that is driven directly with the same settings, audio and transport.
+
+#include <gtest/gtest.h>
+
+#include "host/dpf/DirectEffect.h"
+#include "host/dpf/DpfState.h"
+#include "host/dpf/Lv2Host.h"
+#include "params/ParamIndex.h"
+
+namespace orvantesco {
+namespace {
+
+Lv2Block noiseBlock(std::size_t frames, unsigned seed) {
+  Lv2Block block(frames);
+  block.in = {noise(frames, 2 * seed), noise(frames, 2 * seed + 1)};
+  return block;
+}
+
+class Lv2PlaysAPreset : public testing::TestWithParam<const char*> {};
+
+/// The position is told once, in a bar's middle; from there on the plug-in counts bars and beats.
+/// Three beats to the bar, since a bar too many of four does not shift what repeats every two.
+TEST_P(Lv2PlaysAPreset, AsTheEffectItselfWhileTheTransportRunsOn) {
+  DirectEffect direct;
+  direct.load(GetParam());
+  Lv2Host host;
+  host.restore(stateText(direct.effect));
+  const Lv2Position start{10.3, 133.0, 3.0F, 4};
+  direct.host.setTempo(start.tempo);
+  direct.host.setTimeSignature(3, 4);
+  direct.host.locate(start.quarterNotes);
+  double peak = 0.0;
+  for (unsigned b = 0; b < 900; ++b) {
+    Lv2Block block = noiseBlock(b % 3 == 0 ? 256 : 97 + b % 50, b);
+    direct.process(block);
+    host.process(block, b == 0 ? &start : nullptr);
+    for (std::size_t c = 0; c < 2; ++c) {
+      ASSERT_LT(differenceOf(block.out[c], direct.out[c]), 1e-6) << "block " << b;
+      peak = std::max(peak, peakOf(block.out[c]));
+    }
+  }
+  EXPECT_GT(peak, 0.05);
+}
+
+INSTANTIATE_TEST_SUITE_P(Factory, Lv2PlaysAPreset,
+                         testing::Values("Basics/Default", "Filter Delays/Singing Filter",
+                                         "Modulated/Rhythm Gate"));
+
+TEST(Lv2Audio, KeepsTheStateThatWasRestoredThoughItsPortsAreFloats) {
+  DirectEffect direct;
+  direct.set(kFeedback, 100.0 / 3.0);
+  const std::string state = stateText(direct.effect);
+  Lv2Host host;
+  host.restore(state);
+  host.controls[kFeedback] = static_cast<float>(100.0 / 3.0);  // as a host restores it too
+  Lv2Block block = noiseBlock(256, 1);
+  host.process(block);
+  EXPECT_EQ(host.save(), state);
+}
+
+TEST(Lv2Audio, TakesThePortThatMoves) {
+  DirectEffect direct;
+  Lv2Host host;
+  for (unsigned b = 0; b < 50; ++b) {
+    const double feedback = 20.1 + b;
+    direct.set(kFeedback, feedback);
+    host.controls[kFeedback] = static_cast<float>(feedback);
+    direct.host.setRunning(false);
+    Lv2Block block = noiseBlock(256, b);
+    direct.process(block);
+    host.process(block);
+    ASSERT_LT(differenceOf(block.out[0], direct.out[0]), 1e-6) << b;
+  }
+}
+
+TEST(Lv2Audio, PassesTheDrySignalLateWhileItIsNotEnabled) {
+  Lv2Host host;
+  host.controls.back() = 0.0F;
+  std::vector<float> sent, heard;
+  for (unsigned b = 0; b < 20; ++b) {
+    Lv2Block block = noiseBlock(256, b);
+    host.process(block);
+    sent.insert(sent.end(), block.in[0].begin(), block.in[0].end());
+    heard.insert(heard.end(), block.out[0].begin(), block.out[0].end());
+  }
+  ASSERT_EQ(host.latency(), 80);
+  for (std::size_t i = 2000; i < heard.size(); ++i) ASSERT_EQ(heard[i], sent[i - 80]) << i;
+}
+
+}  // namespace
+}  // namespace orvantesco
