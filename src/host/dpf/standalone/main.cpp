@@ -3,12 +3,13 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <exception>
 #include <string>
 
 #include "host/binding/PluginIdentity.h"
 #include "host/dpf/StartSettings.h"
 
-int runJackClient(int argc, char* argv[]);  // NOLINT(readability-identifier-naming): as main
+int runJackClient(int argc, char* argv[]);
 
 namespace {
 
@@ -33,9 +34,7 @@ std::string take(const Wish& wish) {
   return fault;
 }
 
-}  // namespace
-
-int main(int argc, char* argv[]) {
+int run(int argc, char* argv[]) {
   Wish wish;
   CLI::App program("Runs the four-slot stereo delay as a JACK client", "orvantesco-jack");
   program.set_version_flag("--version", std::string("orvantesco-jack ") + PluginIdentity::version);
@@ -49,4 +48,15 @@ int main(int argc, char* argv[]) {
     return 1;
   }
   return runJackClient(1, argv);
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& fault) {
+    std::fprintf(stderr, "orvantesco-jack: %s\n", fault.what());
+    return 1;
+  }
 }
