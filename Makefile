@@ -7,7 +7,7 @@ INSTALL := scripts/install-packages
 BUILD := cmake --build --parallel $(JOBS) --preset
 
 .DEFAULT_GOAL := all
-.PHONY: all plugins install uninstall demo presets-check test bench format lint asan tsan clang fuzz clean help
+.PHONY: all plugins install uninstall demo presets-check hosts-check test bench format lint asan tsan clang fuzz clean help
 
 all: ## build the program: build/bin/orvantesco
 	@$(INSTALL) build
@@ -33,6 +33,10 @@ demo: all ## render a recording through the delay into build/demo/ and picture i
 presets-check: all ## listen to every factory preset, draw docs/presets.png; fails where one is out of order
 	@$(INSTALL) demo pictures presets
 	@scripts/check-presets --jobs $(JOBS) --sheet docs/presets.png
+
+hosts-check: plugins all ## play presets in Ardour, without a screen, and compare with the program
+	@$(INSTALL) hosts presets
+	@scripts/check-hosts
 
 test: ## build everything and run every test
 	@$(INSTALL) build plugins test
