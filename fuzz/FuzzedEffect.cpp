@@ -69,7 +69,7 @@ const ParamBank& bank() {
 }
 
 void checkSavedPreset() {
-  const PresetResult saved = parsePreset(presetText(theEffect().get().currentPreset()));
+  const PresetResult saved = parsePreset(presetText(theEffect().get().settings().currentPreset()));
   const auto* reading = std::get_if<PresetReading>(&saved);
   require(reading != nullptr, "what is saved is a preset");
   for (const PresetProblem& problem : presetProblems(*reading, bank())) {
@@ -92,7 +92,7 @@ void checkPresetPlays(std::string_view bytes) {
   const PresetResult result = parsePreset(bytes);
   const auto* reading = std::get_if<PresetReading>(&result);
   if (reading == nullptr) return;
-  theEffect().get().applyPreset(reading->preset);
+  theEffect().get().settings().applyPreset(reading->preset);
   theEffect().play();
   theEffect().checkParameters();
   checkSavedPreset();

@@ -15,7 +15,7 @@ using Json = nlohmann::ordered_json;
 
 /// An effect into which a preset has been loaded.
 struct LoadedPreset {
-  explicit LoadedPreset(const PresetFile& preset) { effect.applyPreset(preset); }
+  explicit LoadedPreset(const PresetFile& preset) { effect.settings().applyPreset(preset); }
   OfflineHost host{44100.0};
   Orvantesco effect{host};
 };

@@ -65,7 +65,8 @@ void RenderEngine::automate(const ParameterSetting& setting) {
 }
 
 void RenderEngine::apply(const RenderSettings& settings) {
-  if (!settings.stateFile.empty()) effect.restoreState(readStateFile(settings.stateFile));
+  if (!settings.stateFile.empty())
+    effect.settings().restoreState(readStateFile(settings.stateFile));
   if (!settings.preset.empty()) loadPreset(settings.preset);
   for (const std::string& text : settings.assignments) setAsUser(parseAssignment(bank(), text));
   setTaps(settings.taps);
@@ -74,8 +75,8 @@ void RenderEngine::apply(const RenderSettings& settings) {
 void RenderEngine::loadPreset(const std::string& preset) {
   const PresetSource source = readPresetArgument(preset);
   presetNotes = problemLines(source);
-  effect.applyPreset(source.reading.preset);
-  effect.showPreset(source.path);
+  effect.settings().applyPreset(source.reading.preset);
+  effect.settings().showPreset(source.path);
 }
 
 StateChunk RenderEngine::stateBlock() {

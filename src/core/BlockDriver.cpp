@@ -14,19 +14,6 @@ namespace {
 // Keeps the recursive parts of the wet path out of the denormal range.
 constexpr double kAntiDenormal = 1e-15;
 
-/// Says for its lifetime that the audio thread is inside. Sequentially consistent, so that either
-/// a bulk operation sees it, or the audio thread sees the operation's flag.
-class AudioPresence {
- public:
-  explicit AudioPresence(std::atomic<bool>& flag) noexcept : inside(flag) { inside.store(true); }
-  ~AudioPresence() { inside.store(false); }
-  AudioPresence(const AudioPresence&) = delete;
-  AudioPresence& operator=(const AudioPresence&) = delete;
-
- private:
-  std::atomic<bool>& inside;
-};
-
 void copyFinite(const double* src, double* dst, int count) noexcept {
   if (src == nullptr) {
     std::fill_n(dst, count, 0.0);
@@ -38,8 +25,8 @@ void copyFinite(const double* src, double* dst, int count) noexcept {
 }  // namespace
 
 void Orvantesco::ProcessDoubleReplacing(double** inputs, double** outputs, int nFrames) {
-  const AudioPresence presence(audioInside);
-  if (audioIsBlocked()) {
+  const BulkGate::AudioPresence presence(gate);
+  if (gate.isShut()) {
     for (int channel = 0; channel < 2; ++channel) {
       std::fill_n(outputs[channel], std::max(nFrames, 0), 0.0);
     }
@@ -58,10 +45,6 @@ void Orvantesco::ProcessDoubleReplacing(double** inputs, double** outputs, int n
     frameInBlock = done - 1;
     processSubBlock();
   }
-}
-
-bool Orvantesco::audioIsBlocked() const noexcept {
-  return constructing.load() || restoringState.load() || presetLoading.load();
 }
 
 /// Whether the host names a rate at all; one that names none leaves the one in force.

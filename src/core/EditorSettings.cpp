@@ -1,81 +1,73 @@
 // What an editor shows and sets beside the parameters.
 
 #include "core/Orvantesco.h"
+#include "host/SilentEditor.h"
 #include "params/ParamIndex.h"
 #include "presets/PresetNames.h"
 
 namespace orvantesco {
 
-namespace {
+EditorPort& SettingsStore::editor() const noexcept { return editorOrSilence(effect.graphics); }
 
-constinit EditorPort silentEditor;
-
-}  // namespace
-
-EditorPort& Orvantesco::editor() const noexcept {
-  EditorPort* const port = graphics;
-  return port != nullptr ? *port : silentEditor;
-}
-
-void Orvantesco::setAttenuation(double position) {
+void SettingsStore::setAttenuation(double position) {
   editorState.attenuation = position;
-  globals.inputAttenuation = attenuationGain(position);
+  effect.globals.inputAttenuation = attenuationGain(position);
   editor().showAttenuation(position);
 }
 
-void Orvantesco::setDryMute(bool muted) {
-  globals.dryMuted = muted;
+void SettingsStore::setDryMute(bool muted) {
+  effect.globals.dryMuted = muted;
   editor().showDryLock(muted);
-  OnParamChange(kDryLevel);
+  effect.OnParamChange(kDryLevel);
 }
 
-void Orvantesco::setCurrentPage(int page) {
+void SettingsStore::setCurrentPage(int page) {
   if (!isPage(page)) return;
-  if (!presetLoading) editorState.currentPage = page;
+  if (!effect.gate.presetLoading()) editorState.currentPage = page;
   if (page >= kFirstSubPage || page == kDelayPage) editorState.lastSubPage = page;
 }
 
-void Orvantesco::setColourSet(int set) {
+void SettingsStore::setColourSet(int set) {
   if (set < 0 || set >= kColourSets) return;
   editorState.colourSet = set;
   editor().showColourSet(set);
 }
 
-void Orvantesco::showPreset(const std::string& relativePath) {
+void SettingsStore::showPreset(const std::string& relativePath) {
   showPreset(presetNameOf(relativePath), presetFolderLabelOf(relativePath));
 }
 
-void Orvantesco::showPreset(const std::string& name, const std::string& folderLabel) {
-  const std::lock_guard lock(mutex);
+void SettingsStore::showPreset(const std::string& name, const std::string& folderLabel) {
+  const std::lock_guard lock(effect.mutex);
   editorState.presetName = name;
   editorState.presetFolderLabel = folderLabel;
   editor().showPresetName(editorState.presetName);
   editor().showPresetFolder(editorState.presetFolderLabel);
 }
 
-void Orvantesco::showMessage(PresetMessage message) { editor().showMessage(textOf(message)); }
+void SettingsStore::showMessage(PresetMessage message) { editor().showMessage(textOf(message)); }
 
-std::string Orvantesco::presetName() {
-  const std::lock_guard lock(mutex);
+std::string SettingsStore::presetName() {
+  const std::lock_guard lock(effect.mutex);
   return editorState.presetName;
 }
 
-std::string Orvantesco::presetFolderLabel() {
-  const std::lock_guard lock(mutex);
+std::string SettingsStore::presetFolderLabel() {
+  const std::lock_guard lock(effect.mutex);
   return editorState.presetFolderLabel;
 }
 
-void Orvantesco::setPresetRoot(const std::string& path) {
-  const std::lock_guard one(bulkMutex);
+void SettingsStore::setPresetRoot(const std::string& path) {
+  const std::lock_guard one(effect.gate.turn);
   presetRootPath = path;
 }
 
-PresetSelection Orvantesco::presetSelection() {
-  const std::lock_guard one(bulkMutex);
+PresetSelection SettingsStore::presetSelection() {
+  const std::lock_guard one(effect.gate.turn);
   return presetMenu != nullptr ? presetMenu->selection() : editorState.selection;
 }
 
-void Orvantesco::select(const PresetSelection& selection) {
+void SettingsStore::select(const PresetSelection& selection) {
   if (presetMenu != nullptr) {
     presetMenu->select(selection);
   } else {
@@ -83,8 +75,8 @@ void Orvantesco::select(const PresetSelection& selection) {
   }
 }
 
-void Orvantesco::setPresetMenu(PresetMenuPort* menu) {
-  const std::lock_guard one(bulkMutex);
+void SettingsStore::setPresetMenu(PresetMenuPort* menu) {
+  const std::lock_guard one(effect.gate.turn);
   const PresetSelection selected = presetSelection();
   presetMenu = menu;
   select(selected);

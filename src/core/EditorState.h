@@ -4,19 +4,15 @@
 #include <string>
 
 #include "fx/Shared.h"
+#include "host/EditorPages.h"
 #include "presets/HostState.h"
 
 namespace orvantesco {
 
-/// Pages of the editor that can be current, counted from 0.
-inline constexpr int kPages = 18;
-inline constexpr int kDelayPage = 2;
-/// From here on a page shows the steps of one slot.
-inline constexpr int kFirstSubPage = 10;
-
 /// What an editor shows and a host saves, but no parameter holds. The words may be read and
 /// written by any thread; the texts belong to whoever holds the `mutex` of the effect.
-/// The selection, which counts where no menu knows better, belongs to whoever holds `bulkMutex`.
+/// The selection, which counts where no menu knows better, belongs to whoever has the turn (see
+/// `BulkGate`).
 struct EditorState {
   Shared<int> colourSet{0};
   Shared<int> currentPage{kDelayPage};
@@ -26,8 +22,6 @@ struct EditorState {
   std::string presetFolderLabel;
   PresetSelection selection;
 };
-
-constexpr bool isPage(int page) noexcept { return page >= 0 && page < kPages; }
 
 /// Gain of the "ATTENUATION" control at a position 0..1: whole decibels from -12 to -1, and 1 at
 /// the upper end.

@@ -26,20 +26,20 @@ double heldPosition(double position) {
 
 }  // namespace
 
-bool Orvantesco::SerializeState(StateChunk& chunk) {
-  const std::lock_guard one(bulkMutex);
-  const std::lock_guard lock(mutex);
-  return putHostStateHead(chunk, stateOutsideTheBank()) && SerializeParams(chunk);
+bool SettingsStore::saveState(StateChunk& chunk) {
+  const std::lock_guard one(effect.gate.turn);
+  const std::lock_guard lock(effect.mutex);
+  return putHostStateHead(chunk, stateOutsideTheBank()) && effect.SerializeParams(chunk);
 }
 
 int Orvantesco::UnserializeState(const StateChunk& chunk, int startPos) {
   const auto reading = readHostState(chunk, startPos);
   if (!reading) return -1;
-  restoreState(reading->state);
+  settingsStore.restoreState(reading->state);
   return reading->end;
 }
 
-HostState Orvantesco::stateOutsideTheBank() {
+HostState SettingsStore::stateOutsideTheBank() {
   HostState state;
   state.colourSet = editorState.colourSet;
   state.currentPage = editorState.currentPage;
@@ -49,10 +49,10 @@ HostState Orvantesco::stateOutsideTheBank() {
   const PresetSelection selected = presetSelection();
   state.presetFolderPath = selected.folderPath;
   state.presetItemIndex = selected.folderPath.empty() ? -1 : selected.itemIndex;
-  state.touchedParam = touchedParam;
-  state.dryLock = globals.dryMuted;
-  for (std::size_t slot = 0; slot < slots.size(); ++slot) {
-    const TapControls& taps = slots[slot].controls.taps;
+  state.touchedParam = effect.touchedParam;
+  state.dryLock = effect.globals.dryMuted;
+  for (std::size_t slot = 0; slot < effect.slots.size(); ++slot) {
+    const TapControls& taps = effect.slots[slot].controls.taps;
     for (std::size_t k = 0; k < 2; ++k) {
       state.tapMask[2 * slot + k] = taps.tapMask[k];
       state.stepModMask[k][slot] = taps.stepModMask[k];
@@ -62,18 +62,18 @@ HostState Orvantesco::stateOutsideTheBank() {
   return state;
 }
 
-void Orvantesco::restoreState(const HostState& state) {
+void SettingsStore::restoreState(const HostState& state) {
   if (state.stateVersion > kStateVersion) {
     showMessage(PresetMessage::newerState);
     return;
   }
-  const std::lock_guard one(bulkMutex);
+  const std::lock_guard one(effect.gate.turn);
   takeColourSet(state);
   setParametersToDefaults();
   if (state.stateVersion < kOldestStateVersion) return;
   {
-    const BulkOperation restoring(*this, restoringState);
-    const std::lock_guard lock(mutex);
+    const BulkGate::Operation restoring(effect.gate, BulkGate::Work::restore);
+    const std::lock_guard lock(effect.mutex);
     takeEditorState(state);
     takeMasks(state);
     takeParameters(state);
@@ -83,18 +83,18 @@ void Orvantesco::restoreState(const HostState& state) {
   for (int slot = 0; slot < kSlots; ++slot) editor().refreshSlot(slot);
 }
 
-void Orvantesco::takeColourSet(const HostState& state) {
+void SettingsStore::takeColourSet(const HostState& state) {
   const int set = state.colourSet.value_or(-1);
   if (set >= 0 && set < kColourSets) editorState.colourSet = set;
 }
 
-void Orvantesco::setParametersToDefaults() {
+void SettingsStore::setParametersToDefaults() {
   // Rates in Hz first: which values a record takes depends on what it speaks of.
-  for (int lfo = 0; lfo < numLfos; ++lfo) bank->setLfoRateInNotes(lfo, false);
-  for (IParam* param : params) param->setValue(param->defaultValue());
+  for (int lfo = 0; lfo < numLfos; ++lfo) effect.bank->setLfoRateInNotes(lfo, false);
+  for (IParam* param : effect.params) param->setValue(param->defaultValue());
 }
 
-void Orvantesco::takeEditorState(const HostState& state) {
+void SettingsStore::takeEditorState(const HostState& state) {
   takePage(state.currentPage);
   // Blocks without the control were saved when the input was never attenuated.
   const bool knowsAttenuation = state.stateVersion > kLastWithoutAttenuation;
@@ -105,54 +105,54 @@ void Orvantesco::takeEditorState(const HostState& state) {
   if (state.presetFolderPath) select({*state.presetFolderPath, state.presetItemIndex.value_or(-1)});
 }
 
-void Orvantesco::takePage(std::optional<int> page) {
+void SettingsStore::takePage(std::optional<int> page) {
   if (!page || !isPage(*page)) return;
   editorState.currentPage = *page;
   editorState.lastSubPage = *page >= kFirstSubPage ? *page : kDelayPage;
 }
 
-void Orvantesco::takeMasks(const HostState& state) {
+void SettingsStore::takeMasks(const HostState& state) {
   for (int slot = 0; slot < kSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
-    TapMasks masks = tapMasks(slot);
+    TapMasks masks = effect.tapMasks(slot);
     masks.left = maskOf(state.tapMask[2 * s].value_or(masks.left));
     masks.right = maskOf(state.tapMask[2 * s + 1].value_or(masks.right));
-    setTapMasks(slot, masks);
-    if (state.stepFxMask[s]) setStepFxMask(slot, maskOf(*state.stepFxMask[s]));
+    effect.setTapMasks(slot, masks);
+    if (state.stepFxMask[s]) effect.setStepFxMask(slot, maskOf(*state.stepFxMask[s]));
     for (int row = 0; row < 2; ++row) {
       const auto& mask = state.stepModMask[static_cast<std::size_t>(row)][s];
-      if (mask) setStepModMask(row, slot, maskOf(*mask));
+      if (mask) effect.setStepModMask(row, slot, maskOf(*mask));
     }
   }
 }
 
-void Orvantesco::takeParameters(const HostState& state) {
-  const int touched = state.touchedParam.value_or(touchedParam);
+void SettingsStore::takeParameters(const HostState& state) {
+  const int touched = state.touchedParam.value_or(effect.touchedParam);
   // Nobody moves a knob while values are brought as they were saved.
-  touchedParam = -1;
-  for (auto& flag : migration.wasTapped) flag = false;
-  migration.version = versionToMigrate(state);
+  effect.touchedParam = -1;
+  for (auto& flag : effect.migration.wasTapped) flag = false;
+  effect.migration.version = versionToMigrate(state);
   selectRateForms(state.parameters);
-  takeParamValues(state.parameters);
-  migration.version = 0;
-  setDryMute(state.dryLock.value_or(globals.dryMuted));
-  RedrawParamControls();
-  touchedParam = touched;
-  if (touched >= 0) OnParamChange(touched);
+  effect.takeParamValues(state.parameters);
+  effect.migration.version = 0;
+  setDryMute(state.dryLock.value_or(effect.globals.dryMuted));
+  effect.RedrawParamControls();
+  effect.touchedParam = touched;
+  if (touched >= 0) effect.OnParamChange(touched);
   // A switch that hands the user's hand on to a knob does so for a gesture, not for a restore.
-  touchedParam = touched;
+  effect.touchedParam = touched;
 }
 
 /// A stored rate is held to the range that its LFO's stored mode gives it.
-void Orvantesco::selectRateForms(const std::vector<double>& values) {
+void SettingsStore::selectRateForms(const std::vector<double>& values) {
   for (int lfo = 0; lfo < numLfos; ++lfo) {
     const auto index = static_cast<std::size_t>(kLfoSync) + static_cast<std::size_t>(lfo);
     const bool inNotes = index < values.size() && std::round(values[index]) >= 1.0;
-    bank->setLfoRateInNotes(lfo, inNotes);
+    effect.bank->setLfoRateInNotes(lfo, inNotes);
   }
 }
 
-void Orvantesco::showRestored(const HostState& state) {
+void SettingsStore::showRestored(const HostState& state) {
   EditorPort& port = editor();
   if (!state.presetName.empty()) port.showPresetName(editorState.presetName);
   if (!state.presetFolderLabel.empty()) port.showPresetFolder(editorState.presetFolderLabel);
@@ -164,9 +164,9 @@ void Orvantesco::showRestored(const HostState& state) {
 
 /// The last step of a bulk operation: what the dispatches have asked for is done, and nothing of
 /// the signal before is left.
-void Orvantesco::settle() {
-  carryOutRequests();
-  ResetDSP();
+void SettingsStore::settle() {
+  effect.carryOutRequests();
+  effect.ResetDSP();
 }
 
 }  // namespace orvantesco

@@ -1,9 +1,8 @@
-// Construction, changes of sample rate, clearing and the pause for bulk operations.
+// Construction, changes of sample rate and clearing.
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <thread>
 
 #include "core/DelayLengths.h"
 #include "core/EffectSetup.h"
@@ -95,7 +94,7 @@ Orvantesco::Orvantesco(HostPort& hostPort, const OrvantescoOptions& options)
   SetSampleRate(-1.0);
   dispatchAllParameters();
   carryOutRequests();
-  constructing = false;
+  gate.open();
 }
 
 Orvantesco::~Orvantesco() = default;
@@ -215,24 +214,6 @@ double Orvantesco::longestDelayInUse() const {
 double Orvantesco::tailSeconds() const {
   const TimeFrame frame{tempoTracker.secondsPerBeat(), globals.timeScale};
   return TailEstimate(slots, positions, globals, frame).seconds();
-}
-
-bool Orvantesco::bulkOperationRuns() const noexcept { return audioIsBlocked(); }
-
-bool Orvantesco::bulkOperationIsMine() const noexcept {
-  return (restoringState || presetLoading) && bulkThread.load() == std::this_thread::get_id();
-}
-
-Orvantesco::BulkOperation::BulkOperation(Orvantesco& owner, std::atomic<bool>& raised)
-    : effect(owner), flag(raised) {
-  effect.bulkThread.store(std::this_thread::get_id());
-  flag.store(true);
-  while (effect.audioInside.load()) std::this_thread::yield();
-}
-
-Orvantesco::BulkOperation::~BulkOperation() {
-  effect.bulkThread.store({});
-  flag.store(false);
 }
 
 }  // namespace orvantesco

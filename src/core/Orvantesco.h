@@ -7,13 +7,10 @@
 #include <mutex>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <thread>
-#include <vector>
 
+#include "core/BulkGate.h"
 #include "core/Buses.h"
 #include "core/DryFifo.h"
-#include "core/EditorState.h"
 #include "core/EffectPosition.h"
 #include "core/Fade.h"
 #include "core/GlobalControls.h"
@@ -22,6 +19,7 @@
 #include "core/ModulatorOutputs.h"
 #include "core/ModulatorUnits.h"
 #include "core/Rings.h"
+#include "core/SettingsStore.h"
 #include "core/Slot.h"
 #include "core/StateMigration.h"
 #include "core/TempoTracker.h"
@@ -32,9 +30,6 @@
 #include "host/HostPort.h"
 #include "host/IPlugAAX.h"
 #include "master/MasterEffectFactory.h"
-#include "presets/PresetMenuPort.h"
-#include "presets/PresetMessages.h"
-#include "presets/PresetReader.h"
 
 namespace orvantesco {
 
@@ -121,16 +116,6 @@ class Orvantesco : public IPlugAAX {
   /// A control of the editor is about to move a parameter. Any thread.
   void touchParameter(int paramIdx) noexcept { touchedParam = paramIdx; }
 
-  /// The editor's controls outside the bank. Any thread.
-  void setDryMute(bool muted);
-  /// Position of the "ATTENUATION" control, 0..1 (see `attenuationGain`).
-  void setAttenuation(double position);
-  /// The editor has turned to a page; out of range does nothing. While a preset loads, the page
-  /// that it brings stands.
-  void setCurrentPage(int page);
-  /// The colours, 0 .. `kColourSets` - 1; out of range does nothing.
-  void setColourSet(int set);
-
   /// Sends the band that an envelope modulator (0 or 1) hears to the output in place of the sound;
   /// -1 ends it. Any thread.
   void listenToEnvelope(int envelope) noexcept { modulatorControls.listenTo = envelope; }
@@ -149,83 +134,45 @@ class Orvantesco : public IPlugAAX {
   /// Replaces the editor (null for none). Control thread, while no parameter is dispatched.
   void setEditor(EditorPort* port) { graphics = port; }
 
-  // State and presets. Control threads, never under `mutex`; any number at once, one after the
-  // other. Audio may run: it is silent meanwhile and never waits.
+  /// Presets and states, and what an editor shows beside the parameters.
+  SettingsStore& settings() noexcept { return settingsStore; }
+  const SettingsStore& settings() const noexcept { return settingsStore; }
+
+  // The store's operations that hosts and the preset library know by these names; control threads,
+  // never under `mutex`.
 
   /// Appends the state block. False where the chunk could not grow.
-  bool SerializeState(StateChunk& chunk) override;
+  bool SerializeState(StateChunk& chunk) override { return settingsStore.saveState(chunk); }
 
   /// Restores the state block at a position; returns the position behind it, -1 where it ends
-  /// early or is of a version that cannot be read. Of a newer version nothing is taken, and the
-  /// editor shows a message; of one that is too old the parameters get their defaults, without
-  /// notice to the engine.
+  /// early or is of a version that cannot be read.
   int UnserializeState(const StateChunk& chunk, int startPos) override;
-
-  /// Restores what was read from a block.
-  void restoreState(const HostState& state);
-
-  /// Applies a preset of any version, from wherever it comes: parameters that it does not list get
-  /// their defaults, and nothing is selected in the library's menu.
-  void applyPreset(const PresetFile& preset);
-
-  /// What a preset file of the present settings holds.
-  PresetFile currentPreset() const;
 
   /// Reads a preset file below the presets' root, given as "/User Presets/Slap.txt". Where it is
   /// none, the label of the preset's name says so, the result is false, and nothing else changes.
-  bool readPresetFile(const std::string& relativePath);
+  bool readPresetFile(const std::string& relativePath) {
+    return settingsStore.readPresetFile(relativePath);
+  }
 
   /// Applies what `readPresetFile` has read. A preset of an older version is rewritten in place,
-  /// once its old file is kept below the backups.
-  void applyLoadedPreset();
+  /// once its old file is kept below the backups; where that fails, the user is told.
+  void applyLoadedPreset() { settingsStore.applyLoadedPreset(); }
 
   /// Writes the present settings; an empty path does nothing. `rewriteAfterMigration` keeps the
   /// file that is there in the backups first. True means failure.
-  bool writePresetFile(const std::string& fullPath, bool rewriteAfterMigration);
-
-  /// Where the preset folders lie; nothing is read or written before it is told.
-  void setPresetRoot(const std::string& path);
-
-  /// Name and folder of the preset that the editor shows. `relativePath` is below the presets'
-  /// root.
-  void showPreset(const std::string& relativePath);
-  void showPreset(const std::string& name, const std::string& folderLabel);
+  bool writePresetFile(const std::string& fullPath, bool rewriteAfterMigration) {
+    return settingsStore.writePresetFile(fullPath, rewriteAfterMigration);
+  }
 
   /// Shows a message about presets to the user.
-  void showMessage(PresetMessage message);
+  void showMessage(PresetMessage message) { settingsStore.showMessage(message); }
 
   /// Whether a preset is being applied.
-  bool presetIsLoading() const noexcept { return presetLoading; }
-
-  /// Name and folder label as the editor shows them.
-  std::string presetName();
-  std::string presetFolderLabel();
-
-  /// The preset that is selected in the library's menu.
-  PresetSelection presetSelection();
-
-  /// The menu that knows what is selected (null for none: then any selection is taken over as it
-  /// was saved). It takes the present selection over, and leaves its own when it goes.
-  void setPresetMenu(PresetMenuPort* menu);
-
- protected:
-  /// Stops the audio path for the duration of a bulk operation: raises a flag, waits until the
-  /// audio thread has left the call that it may be in, and lowers the flag at the end. One at a
-  /// time, and never begun under `mutex`: the audio thread may be waiting for that one.
-  class BulkOperation {
-   public:
-    BulkOperation(Orvantesco& effect, std::atomic<bool>& flag);
-    ~BulkOperation();
-    BulkOperation(const BulkOperation&) = delete;
-    BulkOperation& operator=(const BulkOperation&) = delete;
-
-   private:
-    Orvantesco& effect;
-    std::atomic<bool>& flag;
-  };
+  bool presetIsLoading() const noexcept { return gate.presetLoading(); }
 
  private:
   friend class ParamDispatch;
+  friend class SettingsStore;     ///< brings whole settings to the words behind the parameters
   friend struct OrvantescoProbe;  ///< tests look at the words behind the parameters
 
   // Life cycle (Lifecycle.cpp).
@@ -235,27 +182,6 @@ class Orvantesco : public IPlugAAX {
   void sizeSlot(Slot& slot);
   void renewEffects();
   void clearSlot(Slot& slot) noexcept;
-
-  // State and presets (HostStateBlock.cpp, PresetLoad.cpp).
-  HostState stateOutsideTheBank();
-  void select(const PresetSelection& selection);
-  void takeColourSet(const HostState& state);
-  void setParametersToDefaults();
-  void takeEditorState(const HostState& state);
-  void takePage(std::optional<int> page);
-  void takeMasks(const HostState& state);
-  void takeMasks(const PresetFile& preset);
-  void takeParameters(const HostState& state);
-  void takeParameters(const PresetFile& preset);
-  void selectRateForms(const std::vector<double>& values);
-  void showRestored(const HostState& state);
-  void showLoaded();
-  void settle();
-  PresetFile loadPreset(const PresetFile& preset);
-  void refusePreset(std::string_view reason);
-  bool keepBackup(const std::string& fullPath) const;
-  /// The editor, or one that ignores everything.
-  EditorPort& editor() const noexcept;
 
   // Block driver (BlockDriver.cpp).
   void followHost();
@@ -268,7 +194,6 @@ class Orvantesco : public IPlugAAX {
   void runSlots() noexcept;
   void applyGlobalWidth() noexcept;
   void writeOutput() noexcept;
-  bool audioIsBlocked() const noexcept;
 
   // Modulators (Modulators.cpp).
   void updateModulators() noexcept;
@@ -329,9 +254,6 @@ class Orvantesco : public IPlugAAX {
     return positions[static_cast<std::size_t>(effectPositionIndex(slot.index, stage))];
   }
   bool mainInputIsMono() const noexcept;
-  bool bulkOperationRuns() const noexcept;
-  /// Whether a restore or a preset load runs on the calling thread.
-  bool bulkOperationIsMine() const noexcept;
 
   // Control words, requests and flags: any thread.
   std::array<Slot, kSlots> slots;
@@ -341,23 +263,12 @@ class Orvantesco : public IPlugAAX {
   Requests globalRequests;
   Fade fade;
   std::array<std::atomic<bool>, kEffectStages> fxBusy{};  ///< effects of the stage are replaced
-  std::atomic<bool> constructing{true};
-  std::atomic<bool> restoringState{false};
-  std::atomic<bool> presetLoading{false};
-  std::atomic<bool> audioInside{false};       ///< the audio thread is in ProcessDoubleReplacing
-  std::atomic<std::thread::id> bulkThread{};  ///< thread of the restore or preset load
+  BulkGate gate;
   StateMigration migration;
-  EditorState editorState;
   Shared<int> touchedParam{-1};
   std::mutex typeMutex;  ///< one change of effect type at a time; never the audio thread
 
-  // State and presets: whoever holds `bulkMutex`, which is taken before `mutex`.
-  std::recursive_mutex bulkMutex;
-  PresetMenuPort* presetMenu = nullptr;
-  std::string presetRootPath;
-  std::string presetFilePath;  ///< of the file opened last
-  PresetFile loadedPreset;     ///< read, to be applied
-  int lastPageLoaded = kDelayPage;
+  SettingsStore settingsStore{*this};
 
   // Audio thread only.
   Rings rings;

@@ -5,11 +5,11 @@ namespace orvantesco {
 PresetConnection::PresetConnection(Orvantesco& effect, PresetLibrary& library,
                                    PresetPrompts& prompts)
     : engine(effect), presetBrowser(library, *this, prompts) {
-  engine.setPresetRoot(library.folders().presetRootPath);
-  engine.setPresetMenu(&presetBrowser);
+  engine.settings().setPresetRoot(library.folders().presetRootPath);
+  engine.settings().setPresetMenu(&presetBrowser);
 }
 
-PresetConnection::~PresetConnection() { engine.setPresetMenu(nullptr); }
+PresetConnection::~PresetConnection() { engine.settings().setPresetMenu(nullptr); }
 
 bool PresetConnection::presetIsLoading() const { return engine.presetIsLoading(); }
 
@@ -24,7 +24,7 @@ bool PresetConnection::writePresetFile(const std::string& fullPath) {
 }
 
 void PresetConnection::showPreset(const std::string& name, const std::string& folderLabel) {
-  engine.showPreset(name, folderLabel);
+  engine.settings().showPreset(name, folderLabel);
 }
 
 void PresetConnection::showMessage(PresetMessage message) { engine.showMessage(message); }

@@ -8,6 +8,7 @@
 #include "presets/FileContent.h"
 #include "presets/PresetBackup.h"
 #include "presets/PresetMigration.h"
+#include "presets/PresetReader.h"
 #include "presets/PresetWriter.h"
 
 namespace orvantesco {
@@ -42,27 +43,27 @@ std::vector<PresetValue> listedValues(const ParamBank& bank) {
 
 }  // namespace
 
-void Orvantesco::applyPreset(const PresetFile& preset) {
-  const std::lock_guard one(bulkMutex);
+void SettingsStore::applyPreset(const PresetFile& preset) {
+  const std::lock_guard one(effect.gate.turn);
   select({});
   loadPreset(preset);
 }
 
 /// Returns what a file of the loaded settings holds, taken before anybody else can change them.
-PresetFile Orvantesco::loadPreset(const PresetFile& preset) {
-  const std::lock_guard one(bulkMutex);
+PresetFile SettingsStore::loadPreset(const PresetFile& preset) {
+  const std::lock_guard one(effect.gate.turn);
   PresetFile loaded;
   {
-    const BulkOperation loading(*this, presetLoading);
-    const std::lock_guard lock(mutex);
-    fade.request();
-    touchedParam = -1;
+    const BulkGate::Operation loading(effect.gate, BulkGate::Work::presetLoad);
+    const std::lock_guard lock(effect.mutex);
+    effect.fade.request();
+    effect.touchedParam = -1;
     takeMasks(preset);
     takeParameters(preset);
     lastPageLoaded = preset.lastPage.value_or(lastPageLoaded);
     takePage(lastPageLoaded);
     showLoaded();
-    touchedParam = -1;
+    effect.touchedParam = -1;
     settle();
     loaded = currentPreset();
     editor().runDisplayTimers();
@@ -74,50 +75,50 @@ PresetFile Orvantesco::loadPreset(const PresetFile& preset) {
   return loaded;
 }
 
-void Orvantesco::takeMasks(const PresetFile& preset) {
+void SettingsStore::takeMasks(const PresetFile& preset) {
   for (int slot = 0; slot < kSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
-    TapMasks masks = tapMasks(slot);
+    TapMasks masks = effect.tapMasks(slot);
     masks.left = preset.tapMask[2 * s].value_or(masks.left);
     masks.right = preset.tapMask[2 * s + 1].value_or(masks.right);
-    setTapMasks(slot, masks);
-    setStepFxMask(slot, preset.stepFxMask[s]);
+    effect.setTapMasks(slot, masks);
+    effect.setStepFxMask(slot, preset.stepFxMask[s]);
     for (int row = 0; row < 2; ++row) {
-      setStepModMask(row, slot, preset.stepModMask[static_cast<std::size_t>(row)][s]);
+      effect.setStepModMask(row, slot, preset.stepModMask[static_cast<std::size_t>(row)][s]);
     }
-    for (auto& driven : slots[s].controls.taps.fxParam) driven = 0;
+    for (auto& driven : effect.slots[s].controls.taps.fxParam) driven = 0;
   }
 }
 
-void Orvantesco::takeParameters(const PresetFile& preset) {
-  const MigratedValues values = migrated(preset, bank->keys());
+void SettingsStore::takeParameters(const PresetFile& preset) {
+  const MigratedValues values = migrated(preset, effect.bank->keys());
   for (int index = 0; index < kNumParams; ++index) {
-    IParam& param = *GetParam(index);
+    IParam& param = *effect.GetParam(index);
     const auto& value = values.byIndex[static_cast<std::size_t>(index)];
     storeHeld(param, value ? double{*value} : param.defaultValue());
-    OnParamChange(index);
+    effect.OnParamChange(index);
   }
   for (int slot = 0; slot < kSlots; ++slot) {
     if (!values.quietenFeedback[static_cast<std::size_t>(slot)]) continue;
-    IParam& feedback = *GetParam(kFeedback + slot);
+    IParam& feedback = *effect.GetParam(kFeedback + slot);
     storeHeld(feedback, feedback.value() * kTappedMixLoss);
-    OnParamChange(kFeedback + slot);
+    effect.OnParamChange(kFeedback + slot);
   }
 }
 
-void Orvantesco::showLoaded() {
+void SettingsStore::showLoaded() {
   EditorPort& port = editor();
   port.closeStepViews();
-  RedrawParamControls();
+  effect.RedrawParamControls();
   port.showPage(editorState.currentPage);
   port.refreshStepGrids();
 }
 
-PresetFile Orvantesco::currentPreset() const {
+PresetFile SettingsStore::currentPreset() const {
   PresetFile preset;
   for (int slot = 0; slot < kSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
-    const TapControls& taps = slots[s].controls.taps;
+    const TapControls& taps = effect.slots[s].controls.taps;
     for (std::size_t k = 0; k < 2; ++k) {
       preset.tapMask[2 * s + k] = taps.tapMask[k];
       preset.stepModMask[k][s] = taps.stepModMask[k];
@@ -125,12 +126,12 @@ PresetFile Orvantesco::currentPreset() const {
     preset.stepFxMask[s] = taps.stepFxMask;
   }
   preset.lastPage = editorState.currentPage;
-  preset.values = listedValues(*bank);
+  preset.values = listedValues(*effect.bank);
   return preset;
 }
 
-bool Orvantesco::readPresetFile(const std::string& relativePath) {
-  const std::lock_guard one(bulkMutex);
+bool SettingsStore::readPresetFile(const std::string& relativePath) {
+  const std::lock_guard one(effect.gate.turn);
   presetFilePath = presetRootPath + relativePath;
   const PresetResult result = readPreset(presetFilePath);
   if (const auto* error = std::get_if<PresetError>(&result)) {
@@ -142,14 +143,14 @@ bool Orvantesco::readPresetFile(const std::string& relativePath) {
   return true;
 }
 
-void Orvantesco::refusePreset(std::string_view reason) {
-  const std::lock_guard lock(mutex);
+void SettingsStore::refusePreset(std::string_view reason) {
+  const std::lock_guard lock(effect.mutex);
   editorState.presetName = reason;
   editor().showPresetName(editorState.presetName);
 }
 
-void Orvantesco::applyLoadedPreset() {
-  const std::lock_guard one(bulkMutex);
+void SettingsStore::applyLoadedPreset() {
+  const std::lock_guard one(effect.gate.turn);
   const PresetFile loaded = loadPreset(loadedPreset);
   if (!isOldPreset(loadedPreset)) return;
   // A folder that cannot be written keeps its old file, which loads just as well the next time.
@@ -158,14 +159,14 @@ void Orvantesco::applyLoadedPreset() {
   if (!isRewritten) showMessage(PresetMessage::cannotWrite);
 }
 
-bool Orvantesco::writePresetFile(const std::string& fullPath, bool rewriteAfterMigration) {
+bool SettingsStore::writePresetFile(const std::string& fullPath, bool rewriteAfterMigration) {
   if (fullPath.empty()) return false;
-  const std::lock_guard one(bulkMutex);
+  const std::lock_guard one(effect.gate.turn);
   if (rewriteAfterMigration && !keepBackup(fullPath)) return true;
   return !writeFile(fullPath, presetText(currentPreset())).empty();
 }
 
-bool Orvantesco::keepBackup(const std::string& fullPath) const {
+bool SettingsStore::keepBackup(const std::string& fullPath) const {
   return keepPresetBackup(fullPath, presetRootPath).empty();
 }
 

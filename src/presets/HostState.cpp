@@ -1,5 +1,6 @@
 #include "presets/HostState.h"
 
+#include "host/EditorPages.h"
 #include "params/ParamConstants.h"
 #include "presets/StateChunk.h"
 
@@ -9,7 +10,6 @@ namespace {
 /// The first version that names the colour set.
 constexpr int kWithColourSet = 0x1015C;
 
-constexpr std::int32_t kDelayPage = 2;
 constexpr std::int32_t kNothingTouched = -1;
 constexpr std::int32_t kAllTaps = 0xFFFF;
 

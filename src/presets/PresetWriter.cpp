@@ -3,10 +3,11 @@
 #include <array>
 #include <charconv>
 
+#include "host/EditorPages.h"
+
 namespace orvantesco {
 namespace {
 
-constexpr int kDelayPage = 2;
 constexpr int kSignificantDigits = 6;
 
 std::string textOf(double value) {

@@ -56,7 +56,7 @@ class BulkOtherHands : public ::testing::Test {
 
 TEST_F(BulkOtherHands, NoRateComesIntoForceInTheMiddleOfALoadOrARestore) {
   watchLock();
-  rig.effect.applyPreset(PresetFile{});
+  rig.effect.settings().applyPreset(PresetFile{});
   EXPECT_TRUE(lockedOut) << "a load";
   restore();
   EXPECT_TRUE(lockedOut) << "a restore";
@@ -88,13 +88,13 @@ TEST_F(BulkOtherHands, ChangesOfRateRootAndMenuOnOtherThreadsMeetLoads) {
   });
   std::thread wiring([&] {
     for (int i = 0; !done; ++i) {
-      rig.effect.setPresetRoot("/nowhere/" + std::to_string(i));
-      rig.effect.setPresetMenu(nullptr);
+      rig.effect.settings().setPresetRoot("/nowhere/" + std::to_string(i));
+      rig.effect.settings().setPresetMenu(nullptr);
     }
   });
   for (int round = 0; round < 5; ++round) {
     restore();
-    rig.effect.applyPreset(PresetFile{});
+    rig.effect.settings().applyPreset(PresetFile{});
     EXPECT_FALSE(rig.effect.readPresetFile("/User Presets/None.txt"));
   }
   done = true;

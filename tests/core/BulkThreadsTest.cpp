@@ -64,7 +64,8 @@ TEST(BulkThreads, StatesAndPresetsAreLoadedWhileAudioPlays) {
     }
   });
   std::thread loading([&] {
-    for (int round = 0; round < 12; ++round) rig.effect.applyPreset(rig.effect.currentPreset());
+    for (int round = 0; round < 12; ++round)
+      rig.effect.settings().applyPreset(rig.effect.settings().currentPreset());
   });
   std::thread saving([&] {
     for (int round = 0; round < 40; ++round) {
@@ -112,18 +113,18 @@ TEST(BulkThreads, TwoEffectsLoadAtOnceWithoutDisturbingEachOther) {
   for (int round = 0; round < 5; ++round) {
     one.effect.UnserializeState(randomState(draw).chunk(), 0);
     two.effect.UnserializeState(randomState(draw).chunk(), 0);
-    const PresetFile first = one.effect.currentPreset();
-    const PresetFile second = two.effect.currentPreset();
+    const PresetFile first = one.effect.settings().currentPreset();
+    const PresetFile second = two.effect.settings().currentPreset();
     Player playerOne(one), playerTwo(two);
-    std::thread a([&] { one.effect.applyPreset(first); });
-    std::thread b([&] { two.effect.applyPreset(second); });
+    std::thread a([&] { one.effect.settings().applyPreset(first); });
+    std::thread b([&] { two.effect.settings().applyPreset(second); });
     a.join();
     b.join();
     const auto same = [](const PresetFile& x, const PresetFile& y) {
       return x.values.size() == y.values.size() && x.tapMask == y.tapMask;
     };
-    EXPECT_TRUE(same(one.effect.currentPreset(), first));
-    EXPECT_TRUE(same(two.effect.currentPreset(), second));
+    EXPECT_TRUE(same(one.effect.settings().currentPreset(), first));
+    EXPECT_TRUE(same(two.effect.settings().currentPreset(), second));
   }
 }
 

@@ -94,9 +94,9 @@ TEST_F(HostStateBlock, EveryFieldReachesTheEngine) {
   EXPECT_EQ(probe.globals().dryLevel, 0.0) << "the dry lock holds";
   EXPECT_NEAR(probe.globals().inputAttenuation, std::pow(10.0, -7.0 / 20.0), 1e-9);
   EXPECT_EQ(rig.effect.touchedParameter(), kFeedback);
-  EXPECT_EQ(rig.effect.presetName(), "Slap");
-  EXPECT_EQ(rig.effect.presetFolderLabel(), "F:Echo");
-  EXPECT_EQ(rig.effect.presetSelection().itemIndex, 3);
+  EXPECT_EQ(rig.effect.settings().presetName(), "Slap");
+  EXPECT_EQ(rig.effect.settings().presetFolderLabel(), "F:Echo");
+  EXPECT_EQ(rig.effect.settings().presetSelection().itemIndex, 3);
 }
 
 TEST_F(HostStateBlock, TheEditorFollowsARestore) {
@@ -111,7 +111,7 @@ TEST_F(HostStateBlock, TheEditorFollowsARestore) {
 
 TEST_F(HostStateBlock, AnAttenuationIsWholeDecibels) {
   const auto gainAt = [this](double position) {
-    rig.effect.setAttenuation(position);
+    rig.effect.settings().setAttenuation(position);
     return 20.0 * std::log10(probe.globals().inputAttenuation);
   };
   EXPECT_EQ(gainAt(1.0), 0.0);
@@ -122,8 +122,8 @@ TEST_F(HostStateBlock, AnAttenuationIsWholeDecibels) {
 }
 
 TEST_F(HostStateBlock, ABlockWithoutColourAndAttenuationKeepsTheOneAndResetsTheOther) {
-  rig.effect.setColourSet(4);
-  rig.effect.setAttenuation(0.0);
+  rig.effect.settings().setColourSet(4);
+  rig.effect.settings().setAttenuation(0.0);
   StateBytes state = moved();
   state.version = 0x10100;
   restore(state);
@@ -135,13 +135,14 @@ TEST_F(HostStateBlock, ABlockWithoutColourAndAttenuationKeepsTheOneAndResetsTheO
 
 TEST_F(HostStateBlock, TheColourSetIsThereFrom1015COn) {
   for (const int version : {0x1015B, 0x1015C}) {
-    rig.effect.setColourSet(2);
+    rig.effect.settings().setColourSet(2);
     StateBytes state = moved();
     state.version = version;
     restore(state);
     const Bytes after = saved(rig);
     EXPECT_EQ(after[4], version == 0x1015B ? 2 : 7);
-    EXPECT_EQ(rig.effect.presetName(), "Slap") << "and what follows is read in its place";
+    EXPECT_EQ(rig.effect.settings().presetName(), "Slap")
+        << "and what follows is read in its place";
   }
 }
 
@@ -150,7 +151,7 @@ TEST_F(HostStateBlock, TheAttenuationIsThereFrom10101On) {
   state.version = 0x10101;
   restore(state);
   EXPECT_NEAR(probe.globals().inputAttenuation, std::pow(10.0, -7.0 / 20.0), 1e-9);
-  EXPECT_EQ(rig.effect.presetName(), "Slap");
+  EXPECT_EQ(rig.effect.settings().presetName(), "Slap");
 }
 
 TEST_F(HostStateBlock, AStoredAttenuationIsHeldInItsRange) {
@@ -183,7 +184,7 @@ TEST_F(HostStateBlock, ABlockThatIsTooOldLeavesDefaultsWithoutNotice) {
   restore(state);
   EXPECT_EQ(value(kFeedback + 2), 50.0);
   EXPECT_DOUBLE_EQ(probe.slot(2).feedback, 0.33) << "the engine was told nothing";
-  EXPECT_EQ(rig.effect.presetName(), "Slap");
+  EXPECT_EQ(rig.effect.settings().presetName(), "Slap");
   EXPECT_TRUE(editor.lines().empty());
   rig.set(kFxTypePre, 20.0);
   EXPECT_EQ(value(kFxTypePre), 20.0) << "nothing is migrated behind it";
@@ -210,8 +211,8 @@ TEST_F(HostStateBlock, AnEmptyNameLeavesTheLabelAsItWas) {
   state.name.clear();
   state.folder.clear();
   restore(state);
-  EXPECT_EQ(rig.effect.presetName(), "Slap");
-  EXPECT_EQ(rig.effect.presetFolderLabel(), "F:Echo");
+  EXPECT_EQ(rig.effect.settings().presetName(), "Slap");
+  EXPECT_EQ(rig.effect.settings().presetFolderLabel(), "F:Echo");
   EXPECT_TRUE(editor.linesOf("showPresetName").empty());
 }
 
@@ -241,7 +242,7 @@ TEST_F(HostStateBlock, EveryTruncationKeepsWhatIsMissing) {
     EngineRig cut;
     const Bytes bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
     EXPECT_EQ(cut.effect.UnserializeState(StateBytes::chunkOf(bytes), 0), -1);
-    EXPECT_EQ(cut.effect.presetName(), length >= 28 ? "Slap" : "") << length;
+    EXPECT_EQ(cut.effect.settings().presetName(), length >= 28 ? "Slap" : "") << length;
     EXPECT_EQ(cut.effect.tapMasks(0).left, length >= 76 ? 1 : 0xFFFF) << length;
     if (length > 90) length += 9;
   }

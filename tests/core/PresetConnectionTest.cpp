@@ -74,7 +74,9 @@ TEST_F(PresetConnectionTest, StepsLoadIntoTheEngineAndShowNameAndFolder) {
   for (const auto& [feedback, labels] : expected) {
     one.presets.browser().stepPreset(true);
     EXPECT_EQ(one.feedback(), feedback);
-    EXPECT_EQ(one.rig.effect.presetName() + " " + one.rig.effect.presetFolderLabel(), labels);
+    EXPECT_EQ(one.rig.effect.settings().presetName() + " " +
+                  one.rig.effect.settings().presetFolderLabel(),
+              labels);
   }
 }
 
@@ -84,7 +86,7 @@ TEST_F(PresetConnectionTest, AForeignFileChangesNothingButTheLabel) {
   Instance one(library);
   one.setFeedback(44.0);
   one.presets.browser().stepPreset(true);
-  EXPECT_EQ(one.rig.effect.presetName(), "WRONG FILE");
+  EXPECT_EQ(one.rig.effect.settings().presetName(), "WRONG FILE");
   EXPECT_EQ(one.feedback(), 44.0);
   one.presets.browser().stepPreset(true);
   EXPECT_EQ(one.feedback(), 11.0) << "and the next step goes on";
@@ -95,9 +97,9 @@ TEST_F(PresetConnectionTest, WhatIsSavedLoadsInAnotherInstance) {
   Instance other(library);
   one.setFeedback(55.5);
   one.saveAs(tree.full("/User Presets/Deep/a.b.txt"));
-  EXPECT_EQ(one.rig.effect.presetName(), "a.b");
-  EXPECT_EQ(one.rig.effect.presetFolderLabel(), "U:Deep");
-  EXPECT_EQ(one.rig.effect.presetSelection().folderPath, "/User Presets/Deep/");
+  EXPECT_EQ(one.rig.effect.settings().presetName(), "a.b");
+  EXPECT_EQ(one.rig.effect.settings().presetFolderLabel(), "U:Deep");
+  EXPECT_EQ(one.rig.effect.settings().presetSelection().folderPath, "/User Presets/Deep/");
   other.presets.browser().stepPreset(true);
   other.presets.browser().stepPreset(true);
   EXPECT_EQ(other.feedback(), 55.5);
@@ -176,9 +178,9 @@ TEST_F(PresetConnectionTest, TheSavedPlaceFollowsTheMenu) {
   Instance one(library);
   one.presets.browser().stepPreset(true);
   tree.addFile("/User Presets/0 first.txt");
-  const int before = one.rig.effect.presetSelection().itemIndex;
+  const int before = one.rig.effect.settings().presetSelection().itemIndex;
   one.presets.browser().buildPresetMenu();
-  EXPECT_EQ(one.rig.effect.presetSelection().itemIndex, before + 1);
+  EXPECT_EQ(one.rig.effect.settings().presetSelection().itemIndex, before + 1);
 }
 
 TEST_F(PresetConnectionTest, AStateBringsTheSelectionBackAndStepsGoOnFromIt) {

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "params/ParamIndex.h"
+#include "presets/PresetReader.h"
 #include "presets/PresetWriter.h"
 #include "support/EngineRig.h"
 #include "support/FolderRig.h"
@@ -28,7 +29,7 @@ class PresetLoad : public ::testing::Test {
  protected:
   PresetLoad() {
     rig.effect.setEditor(&editor);
-    rig.effect.setPresetRoot(folder.file("Presets"));
+    rig.effect.settings().setPresetRoot(folder.file("Presets"));
   }
 
   /// Reads and applies a file below "User Presets".
@@ -42,7 +43,7 @@ class PresetLoad : public ::testing::Test {
     return load("a.txt");
   }
   double value(int index) { return rig.effect.GetParam(index)->value(); }
-  std::string savedText() { return presetText(rig.effect.currentPreset()); }
+  std::string savedText() { return presetText(rig.effect.settings().currentPreset()); }
 
   FolderRig folder;
   RecordingEditor editor;
@@ -80,7 +81,7 @@ TEST_F(PresetLoad, WhatAFileDoesNotSayOfTapsAndPageStays) {
   ASSERT_TRUE(loadText(fileOf(14, "LastPage 12 EParams:\n")));
   ASSERT_TRUE(loadText(fileOf(14, "EParams:\n")));
   EXPECT_EQ(rig.effect.tapMasks(1).left, 0x1234);
-  EXPECT_EQ(rig.effect.currentPreset().lastPage, 12);
+  EXPECT_EQ(rig.effect.settings().currentPreset().lastPage, 12);
 }
 
 TEST_F(PresetLoad, AFileThatIsMissingOrForeignChangesNothingButTheLabel) {
@@ -89,9 +90,9 @@ TEST_F(PresetLoad, AFileThatIsMissingOrForeignChangesNothingButTheLabel) {
   const std::string before = savedText();
   editor.clear();
   EXPECT_FALSE(load("missing.txt"));
-  EXPECT_EQ(rig.effect.presetName(), "NO FILE");
+  EXPECT_EQ(rig.effect.settings().presetName(), "NO FILE");
   EXPECT_FALSE(loadText("RIFF...."));
-  EXPECT_EQ(rig.effect.presetName(), "WRONG FILE");
+  EXPECT_EQ(rig.effect.settings().presetName(), "WRONG FILE");
   EXPECT_EQ(savedText(), before);
   EXPECT_EQ(editor.lines(),
             (std::vector<std::string>{"showPresetName NO FILE", "showPresetName WRONG FILE"}));
@@ -101,8 +102,8 @@ TEST_F(PresetLoad, NameAndFolderAreShown) {
   folder.write("Presets/Factory Presets/Echo/Slap Back.old.txt", fileOf(14, "EParams:\n"));
   ASSERT_TRUE(rig.effect.readPresetFile("/Factory Presets/Echo/Slap Back.old.txt"));
   rig.effect.applyLoadedPreset();
-  EXPECT_EQ(rig.effect.presetName(), "Slap Back");
-  EXPECT_EQ(rig.effect.presetFolderLabel(), "F:Echo");
+  EXPECT_EQ(rig.effect.settings().presetName(), "Slap Back");
+  EXPECT_EQ(rig.effect.settings().presetFolderLabel(), "F:Echo");
   EXPECT_TRUE(editor.saw("showPresetName Slap Back"));
   EXPECT_TRUE(editor.saw("showPresetFolder F:Echo"));
 }
@@ -216,9 +217,9 @@ TEST_F(PresetLoad, EveryParameterComesBackToItsOwnPlace) {
     {
       EngineRig source;
       source.effect.GetParam(index)->setValue(wanted);
-      only = source.effect.currentPreset();
+      only = source.effect.settings().currentPreset();
     }
-    rig.effect.applyPreset(only);
+    rig.effect.settings().applyPreset(only);
     if (static_cast<float>(value(index)) != static_cast<float>(wanted)) ++wrong;
   }
   EXPECT_EQ(wrong, 0);
@@ -226,10 +227,10 @@ TEST_F(PresetLoad, EveryParameterComesBackToItsOwnPlace) {
 
 TEST_F(PresetLoad, TheSecondOfTwoParametersOfOneNameComesBackToItsOwnPlace) {
   rig.effect.GetParam(kLogicSmooth + 2)->setValue(20.0);
-  const PresetFile preset = rig.effect.currentPreset();
+  const PresetFile preset = rig.effect.settings().currentPreset();
   EXPECT_EQ(preset.values.size(), 2u) << "the first is listed so that the second is the second";
-  rig.effect.applyPreset(PresetFile{});
-  rig.effect.applyPreset(preset);
+  rig.effect.settings().applyPreset(PresetFile{});
+  rig.effect.settings().applyPreset(preset);
   EXPECT_EQ(value(kLogicSmooth + 1), 0.0);
   EXPECT_EQ(value(kLogicSmooth + 2), 20.0);
 }
@@ -253,12 +254,12 @@ TEST_F(PresetLoad, RandomPresetsComeBackInAnEffectThatWasAnywhere) {
     const auto result = parsePreset(savedText());
     const auto& reading = std::get<PresetReading>(result);
     ASSERT_TRUE(reading.problems.empty());
-    other.effect.applyPreset(reading.preset);
+    other.effect.settings().applyPreset(reading.preset);
     ASSERT_EQ(strayed(rig, other), 0) << "preset " << i;
     // What six digits can say comes back as it is.
-    const std::string text = presetText(other.effect.currentPreset());
+    const std::string text = presetText(other.effect.settings().currentPreset());
     const auto again = parsePreset(text);
-    rig.effect.applyPreset(std::get<PresetReading>(again).preset);
+    rig.effect.settings().applyPreset(std::get<PresetReading>(again).preset);
     ASSERT_EQ(savedText(), text) << "preset " << i;
   }
 }
@@ -284,8 +285,8 @@ TEST_F(PresetLoad, ALoadIsHeardBehindAFadeWithNothingOfTheSignalBefore) {
 
 TEST_F(PresetLoad, ShowingAPageDuringALoadDoesNotMakeItTheCurrentOne) {
   const auto loading = probe.loadingPreset();
-  rig.effect.setCurrentPage(7);
-  EXPECT_EQ(rig.effect.currentPreset().lastPage, 2);
+  rig.effect.settings().setCurrentPage(7);
+  EXPECT_EQ(rig.effect.settings().currentPreset().lastPage, 2);
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ class SelectedPreset : public ::testing::Test {
 };
 
 TEST_F(SelectedPreset, AFolderThatIsGoneLeavesTheSelection) {
-  rig.effect.setPresetMenu(&menu);
+  rig.effect.settings().setPresetMenu(&menu);
   const StateBytes state = known();
   restore(state);
   EXPECT_EQ(saved(), state.bytes());
@@ -60,12 +60,12 @@ TEST_F(SelectedPreset, AFolderThatIsGoneLeavesTheSelection) {
   EXPECT_EQ(menu.asked.folderPath, "/User Presets/Gone/");
   EXPECT_EQ(menu.asked.itemIndex, 9);
   EXPECT_EQ(saved(), state.bytes());
-  rig.effect.setPresetMenu(nullptr);
+  rig.effect.settings().setPresetMenu(nullptr);
   EXPECT_EQ(saved(), state.bytes()) << "also when the menu has gone";
 }
 
 TEST_F(SelectedPreset, NothingSelectedClearsTheSelectionOfAMenuToo) {
-  rig.effect.setPresetMenu(&menu);
+  rig.effect.settings().setPresetMenu(&menu);
   const StateBytes state = known();
   restore(state);
   StateBytes nothing = state;
@@ -81,14 +81,14 @@ TEST_F(SelectedPreset, ABlockThatEndsBeforeTheFolderLeavesTheSelection) {
   Bytes cut(whole.begin(), whole.begin() + 42);  // behind the place in the menu
   cut[38] = 9;
   rig.effect.UnserializeState(StateBytes::chunkOf(cut), 0);
-  EXPECT_EQ(rig.effect.presetSelection().itemIndex, 3);
-  EXPECT_EQ(rig.effect.presetSelection().folderPath, "/User Presets/Known/");
+  EXPECT_EQ(rig.effect.settings().presetSelection().itemIndex, 3);
+  EXPECT_EQ(rig.effect.settings().presetSelection().folderPath, "/User Presets/Known/");
 }
 
 TEST_F(SelectedPreset, AMenuTakesTheSelectionOfTheStateBeforeIt) {
   const StateBytes state = known();
   restore(state);
-  rig.effect.setPresetMenu(&menu);
+  rig.effect.settings().setPresetMenu(&menu);
   EXPECT_EQ(menu.selected.folderPath, "/User Presets/Known/");
   EXPECT_EQ(menu.selected.itemIndex, 3);
   EXPECT_EQ(saved(), state.bytes());
@@ -96,12 +96,12 @@ TEST_F(SelectedPreset, AMenuTakesTheSelectionOfTheStateBeforeIt) {
 
 TEST_F(SelectedPreset, APresetFromOutsideTheLibraryIsSelectedNowhere) {
   restore(known());
-  rig.effect.applyPreset(PresetFile{});
-  EXPECT_EQ(rig.effect.presetSelection().folderPath, "");
-  EXPECT_EQ(rig.effect.presetSelection().itemIndex, -1);
-  rig.effect.setPresetMenu(&menu);
+  rig.effect.settings().applyPreset(PresetFile{});
+  EXPECT_EQ(rig.effect.settings().presetSelection().folderPath, "");
+  EXPECT_EQ(rig.effect.settings().presetSelection().itemIndex, -1);
+  rig.effect.settings().setPresetMenu(&menu);
   restore(known());
-  rig.effect.applyPreset(PresetFile{});
+  rig.effect.settings().applyPreset(PresetFile{});
   EXPECT_EQ(menu.selected.folderPath, "");
 }
 

@@ -30,7 +30,7 @@ TEST(BulkRealTime, BlocksAskForNothingWhileStatesAndPresetsAreLoaded) {
     for (int round = 0; round < 12; ++round) {
       const StateChunk chunk = states[static_cast<std::size_t>(round % 4)].chunk();
       rig.effect.UnserializeState(chunk, 0);
-      rig.effect.applyPreset(rig.effect.currentPreset());
+      rig.effect.settings().applyPreset(rig.effect.settings().currentPreset());
     }
     done = true;
   });

@@ -59,16 +59,16 @@ struct OrvantescoProbe {
   }
 
   /// A state restore or a preset load, as long as the result lives.
-  std::shared_ptr<void> restoringState() const { return bulk(effect.restoringState); }
-  std::shared_ptr<void> loadingPreset() const { return bulk(effect.presetLoading); }
+  std::shared_ptr<void> restoringState() const { return bulk(BulkGate::Work::restore); }
+  std::shared_ptr<void> loadingPreset() const { return bulk(BulkGate::Work::presetLoad); }
 
  private:
   template <class Array>
   static typename Array::value_type& at(Array& array, int number) {
     return array[static_cast<std::size_t>(number)];
   }
-  std::shared_ptr<void> bulk(std::atomic<bool>& flag) const {
-    return std::make_shared<Orvantesco::BulkOperation>(effect, flag);
+  std::shared_ptr<void> bulk(BulkGate::Work work) const {
+    return std::make_shared<BulkGate::Operation>(effect.gate, work);
   }
 };
 

@@ -41,8 +41,8 @@ std::string PluginPresets::apply(const std::string& preset) {
   if (const auto* error = std::get_if<PresetError>(&result)) {
     return found->relativePath + ": " + error->message;
   }
-  engine.applyPreset(std::get<PresetReading>(result).preset);
-  engine.showPreset(found->relativePath);
+  engine.settings().applyPreset(std::get<PresetReading>(result).preset);
+  engine.settings().showPreset(found->relativePath);
   return {};
 }
 

@@ -67,7 +67,7 @@ bool ClapState::load(const clap_istream_t& stream) {
   if (!chunk) return false;
   const auto reading = readHostState(*chunk, 0);
   if (!reading || !isReadable(*reading)) return false;
-  effect.restoreState(reading->state);
+  effect.settings().restoreState(reading->state);
   parameters.setBypassed(bypassBehind(*chunk, reading->end));
   return true;
 }

@@ -37,10 +37,10 @@ std::string StartSettings::takeState(const std::string& file) {
 }
 
 void StartSettings::applyTo(Orvantesco& effect) const {
-  if (state) effect.restoreState(*state);
+  if (state) effect.settings().restoreState(*state);
   if (!preset) return;
-  effect.applyPreset(*preset);
-  effect.showPreset(presetPath);
+  effect.settings().applyPreset(*preset);
+  effect.settings().showPreset(presetPath);
 }
 
 StartSettings& startSettings() {

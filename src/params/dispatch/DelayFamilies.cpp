@@ -1,6 +1,7 @@
 // A slot's delay: mode, route, filters, spread, modulation and the reverse reader.
 
 #include "core/EffectPosition.h"
+#include "host/EditorPages.h"
 #include "params/ParamIndex.h"
 #include "params/dispatch/ModulationSources.h"
 #include "params/dispatch/ParamDispatch.h"
@@ -8,8 +9,6 @@
 namespace orvantesco {
 
 namespace {
-
-constexpr int kDelayPage = 2;
 
 /// Dispatches the parameters of one kind of the slot's POST effect anew.
 void dispatchPostParam(const ParamDispatch& change, int p, FxParamKind kind) {

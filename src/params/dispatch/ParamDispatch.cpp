@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "core/Orvantesco.h"
+#include "host/SilentEditor.h"
 #include "params/ParamBank.h"
 #include "params/ParamIndex.h"
 #include "params/dispatch/ModulationSources.h"
@@ -18,8 +19,6 @@ namespace {
 constexpr double kLn10Over20 = 0.1151292546497;
 constexpr double kFaderSilenceDb = -60.0;
 constexpr double kFlashSeconds = 0.08;
-
-constinit EditorPort silentEditor;
 
 }  // namespace
 
@@ -57,9 +56,9 @@ double ParamDispatch::takeCubedDepth() noexcept {
 
 bool ParamDispatch::touched() const noexcept { return effect.touchedParam == paramIdx; }
 
-bool ParamDispatch::bulk() const noexcept { return effect.bulkOperationRuns(); }
+bool ParamDispatch::bulk() const noexcept { return effect.gate.isShut(); }
 
-bool ParamDispatch::restoredHere() const noexcept { return effect.bulkOperationIsMine(); }
+bool ParamDispatch::restoredHere() const noexcept { return effect.gate.isMine(); }
 
 void ParamDispatch::show(const ReadoutStyle& style) noexcept {
   caption = style.caption;
@@ -158,15 +157,14 @@ void ParamDispatch::setStageBusy(int number, bool busy) const noexcept {
   effect.fxBusy[static_cast<std::size_t>(number)].store(busy, std::memory_order_release);
 }
 
-bool ParamDispatch::constructing() const noexcept { return effect.constructing; }
+bool ParamDispatch::constructing() const noexcept { return effect.gate.constructing(); }
 
-bool ParamDispatch::presetLoading() const noexcept { return effect.presetLoading; }
+bool ParamDispatch::presetLoading() const noexcept { return effect.gate.presetLoading(); }
 
-bool ParamDispatch::restoringState() const noexcept { return effect.restoringState; }
+bool ParamDispatch::restoringState() const noexcept { return effect.gate.restoringState(); }
 
 EditorPort& ParamDispatch::editor() const noexcept {
-  EditorPort* port = constructing() ? nullptr : effect.graphics.get();
-  return port != nullptr ? *port : silentEditor;
+  return editorOrSilence(constructing() ? nullptr : effect.graphics.get());
 }
 
 }  // namespace orvantesco

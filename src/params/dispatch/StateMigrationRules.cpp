@@ -5,6 +5,7 @@
 #include "core/StateMigration.h"
 #include "params/ParamIndex.h"
 #include "params/dispatch/ParamDispatch.h"
+#include "presets/PresetMigration.h"
 
 namespace orvantesco {
 
@@ -17,7 +18,6 @@ constexpr int kLongerPreMenus = 0x10160;   // those of the other stages too
 
 constexpr int kRouteMix = 6;
 constexpr int kModeTapped = 3;
-constexpr double kMixLoss = 0.7;
 
 bool within(int index, int base) { return index >= base && index < base + kSlots; }
 
@@ -28,7 +28,7 @@ bool quietenTappedMix(const ParamDispatch& change, double route) {
   StateMigration& migration = change.migration();
   if (!migration.wasTapped[static_cast<std::size_t>(slot)]) return false;
   const int feedback = kFeedback + slot;
-  change.storeValue(feedback, change.valueOf(feedback) * kMixLoss);
+  change.storeValue(feedback, change.valueOf(feedback) * kTappedMixLoss);
   migration.version = 0;
   change.dispatch(feedback);
   return true;

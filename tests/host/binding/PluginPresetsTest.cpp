@@ -47,7 +47,7 @@ TEST(PluginPresets, AppliesAFileByItsPath) {
   rig.tree.addFile("/User Presets/Mine/Loud.txt", loud);
   EXPECT_EQ(rig.presets.apply(rig.tree.full("/User Presets/Mine/Loud.txt")), "");
   EXPECT_EQ(rig.feedback(), 11.0);
-  EXPECT_EQ(rig.rig.effect.presetName(), "Loud");
+  EXPECT_EQ(rig.rig.effect.settings().presetName(), "Loud");
 }
 
 TEST(PluginPresets, AppliesAPresetOfTheLibraryByItsName) {
@@ -62,7 +62,7 @@ TEST(PluginPresets, AppliesEveryPresetThatTheProgramCarries) {
   for (const FactoryPreset& preset : factoryPresets()) {
     const std::string name = std::string(preset.folder) + "/" + std::string(preset.name);
     EXPECT_EQ(rig.presets.apply(name), "");
-    EXPECT_EQ(rig.rig.effect.presetName(), preset.name);
+    EXPECT_EQ(rig.rig.effect.settings().presetName(), preset.name);
   }
 }
 

@@ -167,7 +167,7 @@ void insert(EngineRig& rig, int stage, int entry, double secondKnob) {
   rig.effect.GetParam(fxTypeIndex(position))->setValue(entry);
   rig.effect.GetParam(fxOnIndex(position))->setValue(1.0);
   rig.effect.GetParam(fxParamIndex(1, FxParamKind::value, position))->setValue(secondKnob);
-  rig.effect.applyPreset(rig.effect.currentPreset());
+  rig.effect.settings().applyPreset(rig.effect.settings().currentPreset());
 }
 
 TEST(TailTime, IsInfiniteWhereAnEffectMayAmplifyInALoop) {

@@ -20,11 +20,11 @@ TEST_F(GlobalFamiliesTest, LevelsAndWidth) {
 
 TEST_F(GlobalFamiliesTest, TheDryMuteHoldsTheDrySignalDown) {
   set(kDryLevel, 60.0);
-  rig.effect.setDryMute(true);
+  rig.effect.settings().setDryMute(true);
   EXPECT_EQ(probe.globals().dryLevel, 0.0);
   set(kDryLevel, 80.0);
   EXPECT_EQ(probe.globals().dryLevel, 0.0);
-  rig.effect.setDryMute(false);
+  rig.effect.settings().setDryMute(false);
   EXPECT_DOUBLE_EQ(probe.globals().dryLevel, 0.8);
 }
 
