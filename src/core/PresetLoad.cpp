@@ -115,6 +115,7 @@ void SettingsStore::showLoaded() {
 }
 
 PresetFile SettingsStore::currentPreset() const {
+  const std::lock_guard one(effect.gate.turn);
   PresetFile preset;
   for (int slot = 0; slot < kSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
