@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
+#include <cmath>
 #include <functional>
 #include <thread>
 #include <utility>
@@ -79,6 +82,40 @@ TEST_F(BulkOtherHands, AutomationDoesNotEndTheMigrationOfARestore) {
   };
   restore();
   EXPECT_EQ(rig.effect.GetParam(kFxTypePost + 1)->value(), 19.0);
+}
+
+TEST_F(BulkOtherHands, AudioIsSilentDuringALoadAndARestore) {
+  rig.warmUp();
+  StereoBuffer before = noise(4800);
+  rig.render(before);
+  double peak = 0.0;
+  editor.atTheTimers = [&] {
+    ++ends;
+    StereoBuffer audio = noise(512);
+    rig.render(audio);
+    for (const double sample : audio.left) peak = std::max(peak, std::abs(sample));
+    for (const double sample : audio.right) peak = std::max(peak, std::abs(sample));
+  };
+  restore();
+  rig.effect.settings().applyPreset(PresetFile{});
+  EXPECT_EQ(ends, 2);
+  EXPECT_EQ(peak, 0.0);
+}
+
+TEST_F(BulkOtherHands, TheSoundComesBackFromARestoreByAFadeWithoutAClick) {
+  state.values[kDryLevel] = 100.0;
+  state.values[kWetLevel] = 0.0;
+  rig.warmUp();
+  restore();
+  StereoBuffer steady(24000);
+  std::fill(steady.left.begin(), steady.left.end(), 1.0);
+  rig.render(steady, 480);
+  double step = std::abs(steady.left[0]);
+  for (std::size_t i = 1; i < 24000; ++i) {
+    step = std::max(step, std::abs(steady.left[i] - steady.left[i - 1]));
+  }
+  EXPECT_LT(step, 0.02);
+  EXPECT_NEAR(steady.left[20000], 1.0, 0.01);
 }
 
 TEST_F(BulkOtherHands, ChangesOfRateRootAndMenuOnOtherThreadsMeetLoads) {

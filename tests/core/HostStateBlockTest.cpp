@@ -9,6 +9,7 @@
 #include "params/ParamIndex.h"
 #include "presets/HostState.h"
 #include "support/EngineRig.h"
+#include "support/LongTests.h"
 #include "support/OrvantescoProbe.h"
 #include "support/RecordingEditor.h"
 #include "support/StateBytes.h"
@@ -18,7 +19,7 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr int kRandomStates = 200;
+constexpr int kRandomBytes = 200;
 
 Bytes saved(EngineRig& rig) {
   StateChunk chunk;
@@ -77,7 +78,8 @@ TEST_F(HostStateBlock, WhatAnotherProgramWroteReadsBackToTheByte) {
 
 TEST_F(HostStateBlock, RandomStatesReadBackToTheByteInAnEffectThatWasAnywhere) {
   std::mt19937 draw(20);
-  for (int i = 0; i < kRandomStates; ++i) {
+  const int states = timesOrLong(1000, 10000);
+  for (int i = 0; i < states; ++i) {
     const StateBytes state = randomState(draw);
     restore(state);
     ASSERT_EQ(differences(saved(rig), state.bytes()), "") << "state " << i;
@@ -296,6 +298,29 @@ TEST_F(HostStateBlock, OldRoutesAreQuietenedInTheFirstSlotAlone) {
   EXPECT_EQ(value(kFeedback + 1), 50.0);
 }
 
+TEST_F(HostStateBlock, TheFirstQuietenedRouteEndsTheMigrationOfARestore) {
+  StateBytes state = moved();
+  state.version = 0x1015F;
+  for (const int slot : {1, 3}) {
+    const auto s = static_cast<std::size_t>(slot);
+    state.values[kDelayMode + s] = 3.0;
+    state.values[kDelayRoute + s] = 6.0;
+    state.values[kFeedback + s] = 100.0;
+    state.values[kFxTypePre + s] = 18.0;
+    state.values[kFxTypeFeedback + s] = 13.0;
+    state.values[kFxTypePost + s] = 18.0;
+  }
+  state.touched = kFxTypePost + 3;
+  restore(state);
+  EXPECT_DOUBLE_EQ(value(kFeedback + 1), 70.0);
+  EXPECT_EQ(value(kFeedback + 3), 100.0);
+  for (const int slot : {1, 3}) {
+    EXPECT_EQ(value(kFxTypePre + slot), 19.0) << "types come before the routes";
+    EXPECT_EQ(value(kFxTypeFeedback + slot), 14.0);
+    EXPECT_EQ(value(kFxTypePost + slot), 19.0) << "also for the one that is dispatched once more";
+  }
+}
+
 TEST_F(HostStateBlock, AMigrationRunsOnceForEachParameter) {
   StateBytes state = moved();
   state.version = 0x1015F;
@@ -331,7 +356,7 @@ TEST_F(HostStateBlock, WhatNoEditorCouldShowIsNotTakenOver) {
 TEST_F(HostStateBlock, AnyBytesAreSurvived) {
   std::mt19937 draw(99);
   const Bytes whole = moved().bytes();
-  for (int round = 0; round < kRandomStates; ++round) {
+  for (int round = 0; round < kRandomBytes; ++round) {
     Bytes bytes = whole;
     for (int change = 0; change < 40; ++change) {
       bytes[draw() % (change % 2 == 0 ? 130 : bytes.size())] = static_cast<std::uint8_t>(draw());

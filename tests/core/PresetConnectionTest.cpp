@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <map>
 #include <optional>
+#include <set>
 #include <thread>
 
 #include "params/ParamIndex.h"
@@ -236,27 +238,58 @@ TEST_F(PresetConnectionTest, TheEndOfAConnectionLeavesTheEffectWithoutAMenu) {
   EXPECT_GT(rig.effect.UnserializeState(chunk, 0), 0);
 }
 
-TEST_F(PresetConnectionTest, TwoInstancesStepAndSaveWhileTheirHostsRestore) {
+/// Steps on and counts how often what is in the engine is not what was selected.
+int strayedSteps(Instance& instance, int steps) {
+  const std::map<std::string, double> feedbackOf{
+      {"/User Presets/A", 11.0}, {"/User Presets/Deep/B", 22.0}, {"/Factory Presets/C", 33.0}};
+  int strayed = 0;
+  for (int i = 0; i < steps; ++i) {
+    instance.presets.browser().stepPreset(i % 4 != 3);
+    const std::string path = instance.presets.browser().menu().selectedPath();
+    const auto known = feedbackOf.find(path);
+    const bool isRight =
+        known != feedbackOf.end() && instance.feedback() == known->second &&
+        instance.rig.effect.settings().presetName() == path.substr(path.size() - 1);
+    if (!isRight) ++strayed;
+  }
+  return strayed;
+}
+
+TEST_F(PresetConnectionTest, TwoInstancesThatLoadAtOnceDoNotDisturbEachOther) {
   Instance one(library);
   Instance other(library);
+  one.presets.browser().stepPreset(true);  // so that they load different presets
+  int strayedOther = 0;
+  std::thread editor([&] { strayedOther = strayedSteps(other, 30); });
+  EXPECT_EQ(strayedSteps(one, 30), 0);
+  editor.join();
+  EXPECT_EQ(strayedOther, 0);
+}
+
+TEST_F(PresetConnectionTest, AnInstanceSavesWhileItsHostRestores) {
+  Instance one(library);
   StateChunk chunk;
+  one.setFeedback(44.0);
   ASSERT_TRUE(one.rig.effect.SerializeState(chunk));
   std::atomic<bool> stop{false};
   std::thread host([&] {
     while (!stop) one.rig.effect.UnserializeState(chunk, 0);
   });
-  std::thread editor([&] {
-    for (int i = 0; i < 6; ++i) other.presets.browser().stepPreset(true);
-  });
-  for (int i = 0; i < 3; ++i) {
+  std::vector<std::string> texts;
+  for (int i = 0; i < 10; ++i) {
     one.presets.browser().stepPreset(true);
-    one.saveAs(tree.full("/User Presets/S" + std::to_string(i) + ".txt"));
+    one.saveAs(tree.full("/User Presets/Saved.txt"));
+    texts.push_back(tree.content("/User Presets/Saved.txt"));
   }
-  editor.join();
   stop = true;
   host.join();
-  EXPECT_TRUE(std::filesystem::exists(tree.full("/User Presets/S2.txt")));
   EXPECT_FALSE(one.wasTold(PresetMessage::cannotWrite));
+  const std::set<std::string> known{"Feedback1 11\n", "Feedback1 22\n", "Feedback1 33\n",
+                                    "Feedback1 44\n"};
+  for (const std::string& text : texts) {
+    const std::string values = text.substr(text.find("EParams:\n") + 9);
+    EXPECT_TRUE(known.contains(values)) << "of the state or of a preset: " << values;
+  }
 }
 
 }  // namespace

@@ -11,14 +11,13 @@
 #include "presets/PresetWriter.h"
 #include "support/EngineRig.h"
 #include "support/FolderRig.h"
+#include "support/LongTests.h"
 #include "support/OrvantescoProbe.h"
 #include "support/RecordingEditor.h"
 #include "support/StateBytes.h"
 
 namespace orvantesco {
 namespace {
-
-constexpr int kRandomPresets = 100;
 
 std::string fileOf(int version, const std::string& rest) {
   return "Orvantesco V. 1.2.0r14 PresetFile!\nPresetVersion: " + std::to_string(version) + "\n\n" +
@@ -110,11 +109,36 @@ TEST_F(PresetLoad, NameAndFolderAreShown) {
 
 TEST_F(PresetLoad, TheEditorFollowsALoad) {
   ASSERT_TRUE(loadText(fileOf(14, "LastPage 6 EParams:\n")));
-  for (const char* line : {"showPage 6", "refreshStepGrids", "closeStepViews", "runDisplayTimers",
-                           "refreshSlot 0", "refreshSlot 3"}) {
+  for (const char* line :
+       {"showPage 6", "refreshStepGrids", "closeStepViews", "runDisplayTimers", "refreshSlot 0",
+        "refreshSlot 3", "refreshLanes 0", "refreshLanes 1", "refreshLanes 2", "refreshLanes 3"}) {
     EXPECT_TRUE(editor.saw(line)) << line;
   }
   EXPECT_EQ(rig.effect.touchedParameter(), -1);
+}
+
+TEST_F(PresetLoad, ALoadLeavesNoHintAndNoReadOutBehind) {
+  rig.effect.touchParameter(kFeedback);
+  editor.clear();
+  ASSERT_TRUE(loadText(fileOf(14, "EParams:\nFeedback1 25\n")));
+  EXPECT_TRUE(editor.linesOf("showReadout").empty()) << "nobody's hand lies on a knob";
+  EXPECT_EQ(editor.linesOf("closeStepViews").size(), 1u) << "passing hints go with the step views";
+  const auto lines = editor.lines();
+  const auto at = [&lines](const char* line) {
+    return std::find(lines.begin(), lines.end(), line) - lines.begin();
+  };
+  EXPECT_LT(at("closeStepViews"), at("runDisplayTimers"));
+  for (int slot = 0; slot < kSlots; ++slot) {
+    // The values of the taps arrive before it: what shows them is drawn anew behind them all.
+    const auto last = [&lines](const std::string& line) {
+      return std::find(lines.rbegin(), lines.rend(), line) - lines.rbegin();
+    };
+    EXPECT_LT(last("refreshLanes " + std::to_string(slot)), last("runDisplayTimers")) << slot;
+    EXPECT_LT(last("refreshSlot " + std::to_string(slot)), last("runDisplayTimers")) << slot;
+  }
+  for (const std::string& flash : editor.linesOf("flashKnobValue")) {
+    EXPECT_TRUE(flash.ends_with(" 0")) << flash << ": values go off the knobs at once";
+  }
 }
 
 TEST_F(PresetLoad, EachParameterSeesTheEarlierOnesAtTheirFinalValues) {
@@ -207,22 +231,35 @@ TEST_F(PresetLoad, OnlyWhatDiffersInSinglePrecisionIsListed) {
   EXPECT_EQ(valueLines(savedText()), (std::vector<std::string>{"Feedback1 50.0001"}));
 }
 
-TEST_F(PresetLoad, EveryParameterComesBackToItsOwnPlace) {
-  int wrong = 0;
-  for (int index = 0; index < kNumParams; index += 7) {
-    const IParam& param = *rig.effect.GetParam(index);
-    const double end = param.value() == param.max() ? param.min() : param.max();
-    const double wanted = isFxType(index) ? 5.0 : end;
-    PresetFile only;
-    {
-      EngineRig source;
-      source.effect.GetParam(index)->setValue(wanted);
-      only = source.effect.settings().currentPreset();
+/// Values that an effect did not take over from another one, as the loads of `index` tell them.
+std::string differences(EngineRig& from, EngineRig& to, int index) {
+  std::string text;
+  for (int other = 0; other < kNumParams; ++other) {
+    const double was = from.effect.GetParam(other)->value();
+    const double is = to.effect.GetParam(other)->value();
+    if (static_cast<float>(was) != static_cast<float>(is)) {
+      text += std::to_string(index) + " moves " + std::to_string(other) + "\n";
     }
-    rig.effect.settings().applyPreset(only);
-    if (static_cast<float>(value(index)) != static_cast<float>(wanted)) ++wrong;
   }
-  EXPECT_EQ(wrong, 0);
+  return text;
+}
+
+TEST_F(PresetLoad, EveryParameterComesBackToItsOwnPlace) {
+  EngineRig source;
+  std::string wrong;
+  for (int index = 0; index < kNumParams; ++index) {
+    IParam& param = *source.effect.GetParam(index);
+    const double end = param.value() == param.max() ? param.min() : param.max();
+    param.setValue(isFxType(index) ? 5.0 : end);
+    // What a rate means depends on this one: the engine gives the rate its other form.
+    const bool isSync = index >= kLfoSync && index < kLfoSync + numLfos;
+    if (isSync) source.effect.OnParamChange(index);
+    rig.effect.settings().applyPreset(source.effect.settings().currentPreset());
+    wrong += differences(source, rig, index);
+    param.setValue(param.defaultValue());
+    if (isSync) source.effect.settings().applyPreset(PresetFile{});
+  }
+  EXPECT_EQ(wrong, "");
 }
 
 TEST_F(PresetLoad, TheSecondOfTwoParametersOfOneNameComesBackToItsOwnPlace) {
@@ -249,7 +286,8 @@ int strayed(EngineRig& from, EngineRig& to) {
 TEST_F(PresetLoad, RandomPresetsComeBackInAnEffectThatWasAnywhere) {
   std::mt19937 draw(21);
   EngineRig other;
-  for (int i = 0; i < kRandomPresets; ++i) {
+  const int presets = timesOrLong(250, 10000);
+  for (int i = 0; i < presets; ++i) {
     rig.effect.UnserializeState(randomState(draw).chunk(), 0);
     const auto result = parsePreset(savedText());
     const auto& reading = std::get<PresetReading>(result);

@@ -3,6 +3,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -99,10 +100,19 @@ inline std::string differences(const std::vector<std::uint8_t>& a,
   return text;
 }
 
+/// The records of a fresh effect. Building them takes longer than all that is asked of them.
+inline const ParamBank& freshBank() {
+  static const auto built = [] {
+    auto bank = std::make_unique<ParamBank>();
+    bank->buildParameterBank();
+    return bank;
+  }();
+  return *built;
+}
+
 /// The defaults of all parameters.
 inline std::vector<double> defaultValues() {
-  ParamBank bank;
-  bank.buildParameterBank();
+  const ParamBank& bank = freshBank();
   std::vector<double> values;
   for (int i = 0; i < kNumParams; ++i) values.push_back(bank.getParam(i)->defaultValue());
   return values;
@@ -110,8 +120,7 @@ inline std::vector<double> defaultValues() {
 
 /// Any state that an effect can be in, drawn from a generator.
 inline StateBytes randomState(std::mt19937& draw) {
-  ParamBank bank;
-  bank.buildParameterBank();
+  const ParamBank& bank = freshBank();
   const auto below = [&draw](int count) {
     return static_cast<int>(draw() % static_cast<unsigned>(count));
   };
