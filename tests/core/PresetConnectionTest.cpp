@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -264,6 +265,27 @@ TEST_F(PresetConnectionTest, TwoInstancesThatLoadAtOnceDoNotDisturbEachOther) {
   EXPECT_EQ(strayedSteps(one, 30), 0);
   editor.join();
   EXPECT_EQ(strayedOther, 0);
+}
+
+/// Lets another thread work between the reading of a preset and its application.
+class BetweenReadAndApply : public EditorPort {
+ public:
+  explicit BetweenReadAndApply(std::function<void()> work) : other(std::move(work)) {}
+  void showPresetName(std::string_view) noexcept override { std::thread(other).join(); }
+
+ private:
+  std::function<void()> other;
+};
+
+TEST_F(PresetConnectionTest, WhatAnInstanceHasReadIsItsOwn) {
+  Instance one(library);
+  Instance other(library);
+  one.presets.browser().stepPreset(true);
+  BetweenReadAndApply pause([&] { other.presets.browser().stepPreset(true); });
+  one.rig.effect.setEditor(&pause);
+  one.presets.browser().stepPreset(true);
+  EXPECT_EQ(one.feedback(), 22.0);
+  EXPECT_EQ(other.feedback(), 11.0);
 }
 
 TEST_F(PresetConnectionTest, AnInstanceSavesWhileItsHostRestores) {
