@@ -88,7 +88,8 @@ double timeOfEffect(EngineRig& rig, Blocks& blocks) {
   });
 }
 
-/// Both take turns; the fastest turn of each counts, since all else was somebody else's.
+/// Both take turns, each as often behind the other as before it; the fastest turn of each counts,
+/// since all else was somebody else's.
 void Clap_OverTheEffect(benchmark::State& state) {
   OrvantescoOptions options = EngineRig::seeded();
   options.sideChain = true;
@@ -102,6 +103,8 @@ void Clap_OverTheEffect(benchmark::State& state) {
   for (auto _ : state) {
     effect = std::min(effect, timeOfEffect(rig, blocks));
     plugin = std::min(plugin, timeOfPlugin(instance, blocks));
+    plugin = std::min(plugin, timeOfPlugin(instance, blocks));
+    effect = std::min(effect, timeOfEffect(rig, blocks));
   }
   state.counters["effect_ns_per_frame"] = effect;
   state.counters["plugin_ns_per_frame"] = plugin;

@@ -32,7 +32,7 @@ class ClapHostPort : public HostPort {
   double sampleRate() const noexcept override { return rate; }
   double tempo() const noexcept override { return transport.tempoAt(partStart); }
   void transportAt(int frameInBlock, HostTimeInfo& info) const noexcept override {
-    info = transport.at(frameInBlock, rate);
+    transport.writeAt(frameInBlock, rate, info);
   }
   void latencyChanged(int samples) noexcept override;
   void beginParamChange(int paramIdx) override;

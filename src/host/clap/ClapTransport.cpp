@@ -67,8 +67,8 @@ double ClapTransport::secondsTold() const noexcept {
              : 0.0;
 }
 
-HostTimeInfo ClapTransport::at(int frame, double rateHz) const noexcept {
-  HostTimeInfo time = told;
+void ClapTransport::writeAt(int frame, double rateHz, HostTimeInfo& time) const noexcept {
+  time = told;
   time.tempo = tempoAt(frame);
   time.samplePos = seconds * rateHz;
   if (time.transportIsRunning) {
@@ -77,7 +77,6 @@ HostTimeInfo ClapTransport::at(int frame, double rateHz) const noexcept {
     time.samplePos += played;
   }
   time.ppqPos = roundedToFixedPoint(time.ppqPos);
-  return time;
 }
 
 }  // namespace orvantesco

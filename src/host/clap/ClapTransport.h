@@ -25,7 +25,13 @@ class ClapTransport {
   /// The transport at a frame, at a rate in Hz. Positions are those that CLAP could have carried:
   /// they do not depend on more than the last word of the host. What the host does not tell is 0;
   /// a tempo of 0 counts as none.
-  HostTimeInfo at(int frame, double rateHz) const noexcept;
+  HostTimeInfo at(int frame, double rateHz) const noexcept {
+    HostTimeInfo time;
+    writeAt(frame, rateHz, time);
+    return time;
+  }
+  /// The same where a sub-block asks, into what it has.
+  void writeAt(int frame, double rateHz, HostTimeInfo& time) const noexcept;
 
  private:
   bool tells(std::uint32_t flags) const noexcept { return (event.flags & flags) == flags; }
