@@ -15,7 +15,7 @@ using Json = nlohmann::ordered_json;
 
 /// An effect into which a preset has been loaded.
 struct LoadedPreset {
-  explicit LoadedPreset(const PresetFile& preset) { effect.settings().applyPreset(preset); }
+  explicit LoadedPreset(const Preset& preset) { effect.settings().applyPreset(preset); }
   OfflineHost host{44100.0};
   Orvantesco effect{host};
 };
@@ -37,7 +37,7 @@ std::string hex(const std::optional<std::uint16_t>& mask) {
   return mask ? fmt::format("{:04X}", *mask) : "as it is";
 }
 
-std::string maskLines(const PresetFile& preset) {
+std::string maskLines(const Preset& preset) {
   std::string table;
   for (std::size_t slot = 0; slot < 4; ++slot) {
     table += fmt::format("slot {}: taps {} | {}, StepFX {}, StepMod {} {}\n", slot + 1,
@@ -50,7 +50,7 @@ std::string maskLines(const PresetFile& preset) {
 
 }  // namespace
 
-std::string presetJson(const PresetFile& preset) {
+std::string presetJson(const Preset& preset) {
   LoadedPreset loaded(preset);
   Json taps = Json::array();
   for (const auto& mask : preset.tapMask) taps.push_back(mask ? Json(*mask) : Json());
@@ -63,7 +63,7 @@ std::string presetJson(const PresetFile& preset) {
   return json.dump(2) + "\n";
 }
 
-std::string presetTable(const PresetFile& preset) {
+std::string presetTable(const Preset& preset) {
   LoadedPreset loaded(preset);
   const std::string page =
       preset.lastPage ? std::to_string(*preset.lastPage) : "of the preset before";

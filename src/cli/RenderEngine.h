@@ -39,7 +39,7 @@ class RenderEngine {
 
   /// Everything, as a host would save it, and as a preset file.
   StateChunk stateBlock();
-  PresetFile preset() const { return effect.settings().currentPreset(); }
+  Preset preset() const { return effect.settings().currentPreset(); }
 
   /// Effects that were chosen but that this build cannot make, as "NAME at PARAMETER".
   std::vector<std::string> missingEffects() const;

@@ -43,16 +43,16 @@ std::vector<PresetValue> listedValues(const ParamBank& bank) {
 
 }  // namespace
 
-void SettingsStore::applyPreset(const PresetFile& preset) {
+void SettingsStore::applyPreset(const Preset& preset) {
   const std::lock_guard one(effect.gate.turn);
   select({});
   loadPreset(preset);
 }
 
 /// Returns what a file of the loaded settings holds, taken before anybody else can change them.
-PresetFile SettingsStore::loadPreset(const PresetFile& preset) {
+Preset SettingsStore::loadPreset(const Preset& preset) {
   const std::lock_guard one(effect.gate.turn);
-  PresetFile loaded;
+  Preset loaded;
   {
     const BulkGate::Operation loading(effect.gate, BulkGate::Work::presetLoad);
     const std::lock_guard lock(effect.mutex);
@@ -75,7 +75,7 @@ PresetFile SettingsStore::loadPreset(const PresetFile& preset) {
   return loaded;
 }
 
-void SettingsStore::takeMasks(const PresetFile& preset) {
+void SettingsStore::takeMasks(const Preset& preset) {
   for (int slot = 0; slot < kSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
     TapMasks masks = effect.tapMasks(slot);
@@ -90,7 +90,7 @@ void SettingsStore::takeMasks(const PresetFile& preset) {
   }
 }
 
-void SettingsStore::takeParameters(const PresetFile& preset) {
+void SettingsStore::takeParameters(const Preset& preset) {
   const MigratedValues values = migrated(preset, effect.bank->keys());
   for (int index = 0; index < kNumParams; ++index) {
     IParam& param = *effect.GetParam(index);
@@ -114,9 +114,9 @@ void SettingsStore::showLoaded() {
   port.refreshStepGrids();
 }
 
-PresetFile SettingsStore::currentPreset() const {
+Preset SettingsStore::currentPreset() const {
   const std::lock_guard one(effect.gate.turn);
-  PresetFile preset;
+  Preset preset;
   for (int slot = 0; slot < kSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
     const TapControls& taps = effect.slots[s].controls.taps;
@@ -152,7 +152,7 @@ void SettingsStore::refusePreset(std::string_view reason) {
 
 void SettingsStore::applyLoadedPreset() {
   const std::lock_guard one(effect.gate.turn);
-  const PresetFile loaded = loadPreset(loadedPreset);
+  const Preset loaded = loadPreset(loadedPreset);
   if (!isOldPreset(loadedPreset)) return;
   // A folder that cannot be written keeps its old file, which loads just as well the next time.
   const bool isRewritten =

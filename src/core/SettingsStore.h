@@ -7,7 +7,7 @@
 
 #include "core/EditorState.h"
 #include "presets/HostState.h"
-#include "presets/PresetFile.h"
+#include "presets/Preset.h"
 #include "presets/PresetMenuPort.h"
 #include "presets/PresetMessages.h"
 
@@ -43,10 +43,10 @@ class SettingsStore {
 
   /// Applies a preset of any version, from wherever it comes: parameters that it does not list get
   /// their defaults, and nothing is selected in the library's menu.
-  void applyPreset(const PresetFile& preset);
+  void applyPreset(const Preset& preset);
 
   /// What a preset file of the present settings holds.
-  PresetFile currentPreset() const;
+  Preset currentPreset() const;
 
   /// See the operations of the same names of `Orvantesco`.
   bool readPresetFile(const std::string& relativePath);
@@ -91,14 +91,14 @@ class SettingsStore {
   void takeEditorState(const HostState& state);
   void takePage(std::optional<int> page);
   void takeMasks(const HostState& state);
-  void takeMasks(const PresetFile& preset);
+  void takeMasks(const Preset& preset);
   void takeParameters(const HostState& state);
-  void takeParameters(const PresetFile& preset);
+  void takeParameters(const Preset& preset);
   void selectRateForms(const std::vector<double>& values);
   void showRestored(const HostState& state);
   void showLoaded();
   void settle();
-  PresetFile loadPreset(const PresetFile& preset);
+  Preset loadPreset(const Preset& preset);
   void refusePreset(std::string_view reason);
   bool keepBackup(const std::string& fullPath) const;
   void select(const PresetSelection& selection);
@@ -112,7 +112,7 @@ class SettingsStore {
   PresetMenuPort* presetMenu = nullptr;
   std::string presetRootPath;
   std::string presetFilePath;  ///< of the file opened last
-  PresetFile loadedPreset;     ///< read, to be applied
+  Preset loadedPreset;         ///< read, to be applied
   int lastPageLoaded = kDelayPage;
 };
 

@@ -44,7 +44,7 @@ void addValueProblems(const MigratedValues& values, const ParamBank& bank,
 }
 
 /// Each parameter takes one line of its key, so a key that two share may come twice.
-void addKeyProblems(const PresetFile& preset, const ParamKeys& keys,
+void addKeyProblems(const Preset& preset, const ParamKeys& keys,
                     std::vector<PresetProblem>& problems) {
   struct Use {
     int parameters = 0;

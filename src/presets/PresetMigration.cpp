@@ -104,7 +104,7 @@ bool holds(const MigratedValues& values, int index, float wanted) {
 
 }  // namespace
 
-MigratedValues migrated(const PresetFile& preset, const ParamKeys& keys) {
+MigratedValues migrated(const Preset& preset, const ParamKeys& keys) {
   ValueList listed(preset.values);
   MigratedValues values;
   for (int index = 0; const std::string& key : keys) {

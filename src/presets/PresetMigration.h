@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "params/ParamBank.h"
-#include "presets/PresetFile.h"
+#include "presets/Preset.h"
 
 namespace orvantesco {
 
@@ -23,10 +23,10 @@ inline constexpr double kTappedMixLoss = 0.7;
 
 /// Finds each parameter's value by its key, first come first served where two parameters share a
 /// key, and brings values of older versions up to date. `keys` are those of the bank.
-MigratedValues migrated(const PresetFile& preset, const ParamKeys& keys);
+MigratedValues migrated(const Preset& preset, const ParamKeys& keys);
 
 /// Whether a preset is of an older version than the current one, so that it is worth rewriting.
-constexpr bool isOldPreset(const PresetFile& preset) noexcept {
+constexpr bool isOldPreset(const Preset& preset) noexcept {
   return preset.version >= 0 && preset.version < kPresetVersion;
 }
 

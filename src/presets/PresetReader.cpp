@@ -43,7 +43,7 @@ class Reading {
   }
 
  private:
-  PresetFile& preset() { return result.preset; }
+  Preset& preset() { return result.preset; }
 
   void complain(int line, std::string message) {
     result.problems.push_back({line, std::move(message)});

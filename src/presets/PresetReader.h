@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-#include "presets/PresetFile.h"
+#include "presets/Preset.h"
 
 namespace orvantesco {
 
@@ -22,7 +22,7 @@ struct PresetProblem {
 
 /// A preset file as it was read.
 struct PresetReading {
-  PresetFile preset;
+  Preset preset;
   std::vector<PresetProblem> problems;
 };
 

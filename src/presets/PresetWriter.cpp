@@ -19,19 +19,19 @@ std::string textOf(double value) {
 
 std::string maskText(std::uint16_t mask) { return std::to_string(mask) + " "; }
 
-std::string tapMasks(const PresetFile& preset) {
+std::string tapMasks(const Preset& preset) {
   std::string line;
   for (const auto& mask : preset.tapMask) line += maskText(mask.value_or(0xFFFF));
   return line;
 }
 
-std::string stepFxMasks(const PresetFile& preset) {
+std::string stepFxMasks(const Preset& preset) {
   std::string line;
   for (const auto mask : preset.stepFxMask) line += maskText(mask);
   return line;
 }
 
-std::string stepModMasks(const PresetFile& preset) {
+std::string stepModMasks(const Preset& preset) {
   std::string line;
   for (const auto& row : preset.stepModMask) {
     for (const auto mask : row) line += maskText(mask);
@@ -41,7 +41,7 @@ std::string stepModMasks(const PresetFile& preset) {
 
 }  // namespace
 
-std::string presetText(const PresetFile& preset) {
+std::string presetText(const Preset& preset) {
   std::string text = "Orvantesco V. 1.2.0r14 PresetFile!\nPresetVersion: ";
   text += std::to_string(kPresetVersion) + "\n\nADDPARAMS:\n\n";
   text += "DelayTaps\n" + tapMasks(preset) + "\n";

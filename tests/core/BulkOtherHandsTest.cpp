@@ -59,7 +59,7 @@ class BulkOtherHands : public ::testing::Test {
 
 TEST_F(BulkOtherHands, NoRateComesIntoForceInTheMiddleOfALoadOrARestore) {
   watchLock();
-  rig.effect.settings().applyPreset(PresetFile{});
+  rig.effect.settings().applyPreset(Preset{});
   EXPECT_TRUE(lockedOut) << "a load";
   restore();
   EXPECT_TRUE(lockedOut) << "a restore";
@@ -97,7 +97,7 @@ TEST_F(BulkOtherHands, AudioIsSilentDuringALoadAndARestore) {
     for (const double sample : audio.right) peak = std::max(peak, std::abs(sample));
   };
   restore();
-  rig.effect.settings().applyPreset(PresetFile{});
+  rig.effect.settings().applyPreset(Preset{});
   EXPECT_EQ(ends, 2);
   EXPECT_EQ(peak, 0.0);
 }
@@ -131,7 +131,7 @@ TEST_F(BulkOtherHands, ChangesOfRateRootAndMenuOnOtherThreadsMeetLoads) {
   });
   for (int round = 0; round < 5; ++round) {
     restore();
-    rig.effect.settings().applyPreset(PresetFile{});
+    rig.effect.settings().applyPreset(Preset{});
     EXPECT_FALSE(rig.effect.readPresetFile("/User Presets/None.txt"));
   }
   done = true;

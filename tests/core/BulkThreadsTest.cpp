@@ -164,8 +164,8 @@ TEST(BulkThreads, TwoEffectsLoadAtOnceWithoutDisturbingEachOther) {
   };
   for (int round = 0; round < 5; ++round) {
     // Each loads what the other had before.
-    const PresetFile first = drawnPreset(two);
-    const PresetFile second = drawnPreset(one);
+    const Preset first = drawnPreset(two);
+    const Preset second = drawnPreset(one);
     Player playerOne(one), playerTwo(two);
     std::thread a([&] { one.effect.settings().applyPreset(first); });
     std::thread b([&] { two.effect.settings().applyPreset(second); });

@@ -257,16 +257,16 @@ TEST_F(PresetLoad, EveryParameterComesBackToItsOwnPlace) {
     rig.effect.settings().applyPreset(source.effect.settings().currentPreset());
     wrong += differences(source, rig, index);
     param.setValue(param.defaultValue());
-    if (isSync) source.effect.settings().applyPreset(PresetFile{});
+    if (isSync) source.effect.settings().applyPreset(Preset{});
   }
   EXPECT_EQ(wrong, "");
 }
 
 TEST_F(PresetLoad, TheSecondOfTwoParametersOfOneNameComesBackToItsOwnPlace) {
   rig.effect.GetParam(kLogicSmooth + 2)->setValue(20.0);
-  const PresetFile preset = rig.effect.settings().currentPreset();
+  const Preset preset = rig.effect.settings().currentPreset();
   EXPECT_EQ(preset.values.size(), 2u) << "the first is listed so that the second is the second";
-  rig.effect.settings().applyPreset(PresetFile{});
+  rig.effect.settings().applyPreset(Preset{});
   rig.effect.settings().applyPreset(preset);
   EXPECT_EQ(value(kLogicSmooth + 1), 0.0);
   EXPECT_EQ(value(kLogicSmooth + 2), 20.0);

@@ -96,12 +96,12 @@ TEST_F(SelectedPreset, AMenuTakesTheSelectionOfTheStateBeforeIt) {
 
 TEST_F(SelectedPreset, APresetFromOutsideTheLibraryIsSelectedNowhere) {
   restore(known());
-  rig.effect.settings().applyPreset(PresetFile{});
+  rig.effect.settings().applyPreset(Preset{});
   EXPECT_EQ(rig.effect.settings().presetSelection().folderPath, "");
   EXPECT_EQ(rig.effect.settings().presetSelection().itemIndex, -1);
   rig.effect.settings().setPresetMenu(&menu);
   restore(known());
-  rig.effect.settings().applyPreset(PresetFile{});
+  rig.effect.settings().applyPreset(Preset{});
   EXPECT_EQ(menu.selected.folderPath, "");
 }
 

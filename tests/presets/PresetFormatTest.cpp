@@ -36,7 +36,7 @@ std::string told(const PlainPreset& preset) {
   return text;
 }
 
-PlainPreset plain(const PresetFile& preset) {
+PlainPreset plain(const Preset& preset) {
   PlainPreset same;
   if (preset.version >= 0) same.version = preset.version;
   for (std::size_t i = 0; i < 8; ++i) {
@@ -72,9 +72,9 @@ float anyNumber(std::mt19937& draw) {
   return std::stof(text);
 }
 
-PresetFile anyPreset(std::mt19937& draw, int oneOf) {
+Preset anyPreset(std::mt19937& draw, int oneOf) {
   const auto mask = [&draw] { return static_cast<std::uint16_t>(draw()); };
-  PresetFile preset;
+  Preset preset;
   for (auto& one : preset.tapMask) one = mask();
   for (auto& one : preset.stepFxMask) one = mask();
   for (auto& row : preset.stepModMask) {
@@ -196,7 +196,7 @@ TEST(PresetFormat, TenThousandRandomPresetsAreWrittenAsByStreamsAndComeBack) {
   int badlyRead = 0;
   for (int round = 0; round < 10'000; ++round) {
     // Most have few parameters, as people make them; some have all.
-    const PresetFile preset = anyPreset(draw, round % 200 == 0 ? 1 : 50);
+    const Preset preset = anyPreset(draw, round % 200 == 0 ? 1 : 50);
     const std::string text = presetText(preset);
     const PresetResult again = parsePreset(text);
     if (told(again) != told(plain(preset))) ++badlyRead;

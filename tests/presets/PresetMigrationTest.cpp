@@ -26,7 +26,7 @@ int indexOf(const std::string& key) {
 }
 
 MigratedValues valuesOf(int version, const std::vector<PresetValue>& listed) {
-  PresetFile preset;
+  Preset preset;
   preset.version = version;
   preset.values = listed;
   return migrated(preset, bank().keys());
@@ -174,7 +174,7 @@ TEST(PresetMigration, OfTwoParametersOfOneNameTheFirstTakesTheFirstLine) {
 
 TEST(PresetMigration, OnlyVersionsBelowTheCurrentOneAreOld) {
   for (int version = -2; version <= 16; ++version) {
-    PresetFile preset;
+    Preset preset;
     preset.version = version;
     EXPECT_EQ(isOldPreset(preset), version >= 0 && version <= 13) << version;
   }

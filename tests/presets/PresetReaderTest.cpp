@@ -26,7 +26,7 @@ std::string fileOf(int version, const std::string& rest) {
          rest;
 }
 
-std::vector<std::string> keysOf(const PresetFile& preset) {
+std::vector<std::string> keysOf(const Preset& preset) {
   std::vector<std::string> keys;
   for (const PresetValue& value : preset.values) keys.push_back(value.key);
   return keys;
@@ -53,7 +53,7 @@ constexpr const char* kWhole =
 
 TEST(PresetReader, ReadsEveryPartOfAFile) {
   const PresetReading reading = readingOf(kWhole);
-  const PresetFile& preset = reading.preset;
+  const Preset& preset = reading.preset;
   EXPECT_TRUE(reading.problems.empty());
   EXPECT_EQ(preset.version, 14);
   EXPECT_EQ(preset.lastPage, 12);
@@ -87,7 +87,7 @@ TEST(PresetReader, AFileWithoutParametersListsNone) {
 }
 
 TEST(PresetReader, AFileThatSaysNothingOfTapsAndPageLeavesThemAlone) {
-  const PresetFile preset = readingOf(fileOf(14, "EParams:\nLevel1 -6\n")).preset;
+  const Preset preset = readingOf(fileOf(14, "EParams:\nLevel1 -6\n")).preset;
   for (const auto& mask : preset.tapMask) EXPECT_FALSE(mask);
   EXPECT_FALSE(preset.lastPage);
   EXPECT_EQ(preset.stepFxMask, Masks4{}) << "the other masks are cleared by every load";
@@ -95,7 +95,7 @@ TEST(PresetReader, AFileThatSaysNothingOfTapsAndPageLeavesThemAlone) {
 }
 
 TEST(PresetReader, OnlySixteenBitsOfAMaskCount) {
-  const PresetFile preset =
+  const Preset preset =
       readingOf(fileOf(14, "DelayTaps\n65536 65537 -1 0 0 0 0 0\nEParams:\n")).preset;
   EXPECT_EQ(preset.tapMask[0], 0);
   EXPECT_EQ(preset.tapMask[1], 1);
@@ -105,13 +105,13 @@ TEST(PresetReader, OnlySixteenBitsOfAMaskCount) {
 TEST(PresetReader, VersionsUpToSevenPairTheStepModMasks) {
   const std::string section = "StepFX\n1 2 3 4\nStepMod\n";
   const std::string sixteen = "1 2 4 8 16 32 64 128 0 0 256 1 7 8 1 1\n";
-  const PresetFile old = readingOf(fileOf(7, section + sixteen + "EParams:\nLevel1 1\n")).preset;
+  const Preset old = readingOf(fileOf(7, section + sixteen + "EParams:\nLevel1 1\n")).preset;
   EXPECT_EQ(old.stepModMask[0], (Masks4{3, 12, 48, 192}));
   EXPECT_EQ(old.stepModMask[1], (Masks4{0, 257, 15, 1}));
   EXPECT_EQ(old.stepFxMask, (Masks4{0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF}));
   EXPECT_EQ(old.values.size(), 1u);
 
-  const PresetFile later =
+  const Preset later =
       readingOf(fileOf(8, section + "1 2 4 8 16 32 64 128\nEParams:\nLevel1 1\n")).preset;
   EXPECT_EQ(later.stepModMask[0], (Masks4{1, 2, 4, 8}));
   EXPECT_EQ(later.stepModMask[1], (Masks4{16, 32, 64, 128}));
@@ -119,7 +119,7 @@ TEST(PresetReader, VersionsUpToSevenPairTheStepModMasks) {
 }
 
 TEST(PresetReader, AStepFxSectionBehindTheStepModsOfAnOldFileCounts) {
-  const PresetFile preset =
+  const Preset preset =
       readingOf(fileOf(7, "StepMod 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 StepFX 1 2 3 4 EParams:"))
           .preset;
   EXPECT_EQ(preset.stepFxMask, (Masks4{1, 2, 3, 4}));
@@ -218,10 +218,10 @@ TEST(PresetReader, BehindTooManyWordsTheValuesBeginAllTheSame) {
 }
 
 TEST(PresetReader, EverySectionMayStandAnywhereAndComeTwice) {
-  const PresetFile preset = readingOf(fileOf(14,
-                                             "LastPage 3 StepFX 1 1 1 1 LastPage 4 DelayTaps "
-                                             "9 9 9 9 9 9 9 9 StepFX 2 2 2 2 EParams:"))
-                                .preset;
+  const Preset preset = readingOf(fileOf(14,
+                                         "LastPage 3 StepFX 1 1 1 1 LastPage 4 DelayTaps "
+                                         "9 9 9 9 9 9 9 9 StepFX 2 2 2 2 EParams:"))
+                            .preset;
   EXPECT_EQ(preset.lastPage, 4);
   EXPECT_EQ(preset.stepFxMask, (Masks4{2, 2, 2, 2}));
   EXPECT_EQ(preset.tapMask[7], 9);

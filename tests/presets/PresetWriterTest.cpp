@@ -11,8 +11,8 @@
 namespace orvantesco {
 namespace {
 
-PresetFile filled() {
-  PresetFile preset;
+Preset filled() {
+  Preset preset;
   for (std::size_t i = 0; i < 8; ++i) preset.tapMask[i] = static_cast<std::uint16_t>(60000 + i);
   preset.lastPage = 17;
   preset.stepFxMask = {1, 20, 300, 4000};
@@ -44,7 +44,7 @@ TEST(PresetWriter, WritesTheFileToTheByte) {
 }
 
 TEST(PresetWriter, WritesTheCurrentVersionAlways) {
-  PresetFile old = filled();
+  Preset old = filled();
   old.version = 3;
   EXPECT_EQ(presetText(old), presetText(filled()));
 }
@@ -59,7 +59,7 @@ TEST(PresetWriter, WritesNumbersAsAStreamDoes) {
     stream.imbue(std::locale::classic());
     stream << "K " << value << "\n";
     expected += stream.str();
-    PresetFile preset;
+    Preset preset;
     preset.values = {{"K", value}};
     const std::string text = presetText(preset);
     written += text.substr(text.find("EParams:\n") + 9);
@@ -68,7 +68,7 @@ TEST(PresetWriter, WritesNumbersAsAStreamDoes) {
 }
 
 TEST(PresetWriter, WhatWasWrittenReadsBack) {
-  const PresetFile preset = filled();
+  const Preset preset = filled();
   const auto result = parsePreset(presetText(preset));
   const auto& reading = std::get<PresetReading>(result);
   EXPECT_TRUE(reading.problems.empty());

@@ -23,7 +23,7 @@ class StartSettings {
 
  private:
   std::optional<HostState> state;
-  std::optional<PresetFile> preset;
+  std::optional<Preset> preset;
   std::string presetPath;
 };
 

@@ -25,7 +25,7 @@ struct PresetValue {
 ///
 /// A tap mask that is absent leaves that of the engine, each on its own; without a page the one
 /// that the preset before brought is shown again. Bit t of a mask stands for tap t.
-struct PresetFile {
+struct Preset {
   int version = kPresetVersion;
   std::array<std::optional<std::uint16_t>, 8> tapMask{};      ///< slot * 2 + side (0 left, 1 right)
   std::array<std::uint16_t, 4> stepFxMask{};                  ///< one for each slot
