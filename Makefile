@@ -44,6 +44,9 @@ test: ## build everything and run every test
 	@$(BUILD) dev
 	@ctest --preset dev --parallel $(JOBS)
 
+test-long: test ## the tests, then ten thousand round trips and a minute of loads in full length
+	@ORVANTESCO_LONG_TESTS=1 ctest --preset dev -R 'RandomStatesReadBack|RandomPresetsComeBack|AHundredLoads'
+
 bench: ## measure kernels, blocks and the engine; ARGS="--benchmark_filter=..." narrows it
 	@$(INSTALL) build plugins bench
 	@cmake --preset release -DORVANTESCO_BENCH=ON -DORVANTESCO_PLUGINS=ON

@@ -78,6 +78,7 @@ void SettingsStore::restoreState(const HostState& state) {
     takeMasks(state);
     takeParameters(state);
     showRestored(state);
+    effect.fade.request();
     settle();
   }
   for (int slot = 0; slot < kSlots; ++slot) editor().refreshSlot(slot);

@@ -3,24 +3,15 @@
 #include <filesystem>
 
 #include "presets/FileContent.h"
+#include "presets/PresetReader.h"
+#include "presets/PresetSaving.h"
 
 namespace orvantesco {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kLargestPreset = 16 * 1024 * 1024;
 constexpr int kMostCopies = 1000;
-
-/// The path below the root, empty for a file elsewhere.
-fs::path belowRoot(const std::string& path, const std::string& root) {
-  if (root.empty()) return {};
-  std::error_code ignored;
-  const fs::path relative =
-      fs::weakly_canonical(path, ignored).lexically_relative(fs::weakly_canonical(root, ignored));
-  const bool isBelow = !relative.empty() && *relative.begin() != ".." && *relative.begin() != ".";
-  return isBelow ? relative : fs::path();
-}
 
 std::string numbered(const std::string& path, int copy) {
   return copy == 0 ? path : path + "." + std::to_string(copy + 1);
@@ -29,15 +20,16 @@ std::string numbered(const std::string& path, int copy) {
 }  // namespace
 
 std::string presetBackupPath(const std::string& path, const std::string& root) {
-  const fs::path relative = belowRoot(path, root);
+  // A backup beside a file of the library would be one more preset of its menu.
+  const std::string relative = root.empty() ? "" : relativePresetPath(path, {root});
   if (relative.empty()) return path + ".bak";
   std::error_code ignored;
   const fs::path beside = fs::weakly_canonical(root, ignored).parent_path();
-  return (beside / "Preset Backups" / relative).string();
+  return (beside / "Preset Backups").string() + relative;
 }
 
 std::string keepPresetBackup(const std::string& path, const std::string& root) {
-  const auto content = readFile(path, kLargestPreset);
+  const auto content = readFile(path, kLargestPresetBytes);
   if (const auto* error = std::get_if<FileError>(&content)) return error->message;
   const std::string place = presetBackupPath(path, root);
   std::error_code error;
@@ -47,7 +39,7 @@ std::string keepPresetBackup(const std::string& path, const std::string& root) {
   for (int copy = 0; copy < kMostCopies; ++copy) {
     const std::string name = numbered(place, copy);
     if (!fs::exists(name, error)) return writeFile(name, std::get<std::string>(content));
-    const auto kept = readFile(name, kLargestPreset);
+    const auto kept = readFile(name, kLargestPresetBytes);
     const auto* same = std::get_if<std::string>(&kept);
     if (same != nullptr && *same == std::get<std::string>(content)) return {};
   }

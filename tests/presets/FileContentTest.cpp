@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "presets/PresetBackup.h"
 #include "support/FolderRig.h"
 
 namespace orvantesco {
@@ -62,39 +61,6 @@ TEST(FileContent, RefusesToReplaceWhatIsNoFile) {
   EXPECT_EQ(writeFile(folder.file("no folder/a"), "x"), "No such file or directory");
   ASSERT_EQ(::symlink("nowhere", folder.file("link").c_str()), 0);
   EXPECT_EQ(writeFile(folder.file("link"), "x"), "is there and no regular file");
-}
-
-TEST(PresetBackup, FilesOfTheLibraryGoBelowTheBackups) {
-  const FolderRig folder;
-  const std::string root = folder.file("Presets");
-  folder.write("Presets/User Presets/Echo/a.txt", "old");
-  EXPECT_EQ(keepPresetBackup(root + "/User Presets/Echo/a.txt", root), "");
-  EXPECT_EQ(folder.read("Preset Backups/User Presets/Echo/a.txt"), "old");
-  EXPECT_EQ(folder.read("Presets/User Presets/Echo/a.txt"), "old");
-}
-
-TEST(PresetBackup, OtherFilesAreKeptBesideThemselves) {
-  const FolderRig folder;
-  folder.write("Presets2/a.txt", "old");
-  EXPECT_EQ(keepPresetBackup(folder.file("Presets2/a.txt"), folder.file("Presets")), "");
-  EXPECT_EQ(folder.read("Presets2/a.txt.bak"), "old");
-  EXPECT_EQ(presetBackupPath("/x/a.txt", ""), "/x/a.txt.bak");
-}
-
-TEST(PresetBackup, WhatWasKeptBeforeStays) {
-  const FolderRig folder;
-  const std::string path = folder.write("a.txt", "first");
-  EXPECT_EQ(keepPresetBackup(path, ""), "");
-  EXPECT_EQ(keepPresetBackup(path, ""), "") << "an equal copy is not kept twice";
-  folder.write("a.txt", "second");
-  EXPECT_EQ(keepPresetBackup(path, ""), "");
-  EXPECT_EQ(folder.read("a.txt.bak"), "first");
-  EXPECT_EQ(folder.read("a.txt.bak.2"), "second");
-  EXPECT_EQ(folder.files().size(), 3u);
-}
-
-TEST(PresetBackup, AFileThatIsGoneCannotBeKept) {
-  EXPECT_EQ(keepPresetBackup("no such folder/a.txt", ""), "No such file or directory");
 }
 
 }  // namespace

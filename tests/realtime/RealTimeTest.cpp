@@ -14,7 +14,7 @@ namespace orvantesco {
 namespace {
 
 TEST(AudioThreadGuard, SeesAllocationsFreesAndLocks) {
-  if (!AudioThreadGuard::works()) return;
+  if (!AudioThreadGuard::works()) GTEST_SKIP() << "the allocator belongs to a sanitizer";
   std::mutex mutex;
   int allocations = 0, frees = 0, locks = 0;
   {

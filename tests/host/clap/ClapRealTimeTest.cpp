@@ -81,7 +81,7 @@ TEST(ClapRealTime, BlocksOf64BitsAskForNothing) { playUnderGuard<double>("64 bit
 TEST(ClapRealTime, BlocksOf32BitsAskForNothing) { playUnderGuard<float>("32 bits"); }
 
 TEST(ClapRealTime, TheGuardWouldSeeIt) {
-  if (!AudioThreadGuard::works()) return;
+  if (!AudioThreadGuard::works()) GTEST_SKIP() << "the allocator belongs to a sanitizer";
   const AudioThreadGuard guard;
   const ClapInstance instance;
   EXPECT_GT(guard.allocations(), 0);
