@@ -59,6 +59,31 @@ double playBoth(DirectEffect& direct, Vst3Host& host, Meter meter, double& peak)
   return most;
 }
 
+/// A host that counts in before the first bar must not send the rhythm backwards.
+TEST(Vst3Audio, StandsAtTheFirstBarWhileAHostCountsIn) {
+  constexpr double tempo = 133.0;
+  DirectEffect direct;
+  direct.load("Modulated/Rhythm Gate");
+  Vst3Host host;
+  ASSERT_TRUE(host.setState(vst3StreamOf(stateText(direct.effect))));
+  host.activate(rateHz, longestBlock);
+  direct.host.setTempo(tempo);
+  double most = 0.0;
+  for (unsigned b = 0; b < 300; ++b) {
+    Vst3Block block(longestBlock);
+    block.in = {noise(longestBlock, b), noise(longestBlock, b + 1000)};
+    auto context = contextAt(
+        -10.3 + static_cast<double>(b * longestBlock) * tempo / (60.0 * rateHz), tempo, 4, 4);
+    ASSERT_LT(context.project_time_quarters, 0.0);
+    block.context = &context;
+    direct.host.locate(0.0);
+    direct.process(block);
+    host.process(block);
+    most = std::max(most, differenceOf(block.out[0], direct.out[0]));
+  }
+  EXPECT_LT(most, 1e-6);
+}
+
 class Vst3PlaysAPreset : public testing::TestWithParam<const char*> {};
 
 TEST_P(Vst3PlaysAPreset, AsTheEffectItselfInEveryMeter) {
