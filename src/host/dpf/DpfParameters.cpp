@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "core/EffectMenu.h"
 #include "host/binding/ParameterModule.h"
 #include "host/binding/ParameterSymbol.h"
 #include "params/ParamBank.h"
@@ -41,7 +42,17 @@ bool isList(const IParam& param) {
   return isDiscrete(param) && param.form().displayTexts.size() >= values;
 }
 
-void describeLabels(const IParam& param, DISTRHO::ParameterEnumerationValues& labels) {
+/// Effects have the names that their stage offers, so that what a person chooses is what runs. What
+/// lies behind the end of that menu runs nothing, as its first entry does.
+const char* labelOf(int index, const DisplayText& text) {
+  const LabelList menu = effectMenuOf(index);
+  if (menu.empty()) return text.text.get();
+  const auto entry = static_cast<std::size_t>(text.value);
+  return menu[entry < menu.size() ? entry : 0];
+}
+
+void describeLabels(int index, DISTRHO::ParameterEnumerationValues& labels) {
+  const IParam& param = paramOf(index);
   const auto& texts = param.form().displayTexts;
   if (texts.empty() || texts.size() > mostLabels) return;
   labels.count = static_cast<std::uint8_t>(texts.size());
@@ -49,7 +60,7 @@ void describeLabels(const IParam& param, DISTRHO::ParameterEnumerationValues& la
   labels.values = new DISTRHO::ParameterEnumerationValue[texts.size()];  // theirs from here on
   for (std::size_t i = 0; i < texts.size(); ++i) {
     labels.values[i].value = static_cast<float>(texts[i].value);
-    labels.values[i].label = texts[i].text.get();
+    labels.values[i].label = labelOf(index, texts[i]);
   }
 }
 
@@ -76,7 +87,7 @@ void describeParameter(std::uint32_t index, DISTRHO::Parameter& parameter) {
   parameter.ranges.min = static_cast<float>(range.min);
   parameter.ranges.max = static_cast<float>(range.max);
   parameter.groupId = static_cast<std::uint32_t>(parameterGroupOf(i));
-  describeLabels(param, parameter.enumValues);
+  describeLabels(i, parameter.enumValues);
 }
 
 float defaultPortValue(std::uint32_t index) {

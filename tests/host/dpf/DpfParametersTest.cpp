@@ -6,7 +6,9 @@
 #include <set>
 #include <string>
 
+#include "core/EffectMenu.h"
 #include "host/binding/ParameterModule.h"
+#include "params/ParamIndex.h"
 
 namespace orvantesco {
 namespace {
@@ -58,6 +60,22 @@ TEST(DpfParameters, HaveALabelForEachValueOfAList) {
         << index;
   });
   EXPECT_GT(lists, 300);
+}
+
+/// What lies behind the end of a menu runs nothing, as its first entry does.
+TEST(DpfParameters, NameTheEffectThatAStageRuns) {
+  for (int index = kFxTypePre; index < kFxTypePre + 12; ++index) {
+    const LabelList menu = effectMenuOf(index);
+    DISTRHO::Parameter parameter;
+    describeParameter(static_cast<std::uint32_t>(index), parameter);
+    const auto& labels = parameter.enumValues;
+    ASSERT_EQ(labels.count, 25) << index;
+    EXPECT_TRUE(labels.restrictedMode) << index;
+    for (std::size_t i = 0; i < labels.count; ++i) {
+      EXPECT_EQ(labels.values[i].value, static_cast<float>(i));
+      EXPECT_STREQ(labels.values[i].label.buffer(), menu[i < menu.size() ? i : 0]) << index;
+    }
+  }
 }
 
 TEST(DpfParameters, StandInGroupsThatHaveNamesAndSymbols) {

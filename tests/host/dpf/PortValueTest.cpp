@@ -74,5 +74,15 @@ TEST_F(PortValue, SpeaksOfNotesWhereAnLfoDoes) {
   EXPECT_EQ(valueOf(kLfoRate), 4.6);
 }
 
+TEST_F(PortValue, IsHeldToTheFormThatAnLfoSpeaks) {
+  takePortValue(effect, kLfoRate, 0.0F);
+  EXPECT_EQ(valueOf(kLfoRate), 0.001);
+  effect.bank->setLfoRateInNotes(0, true);
+  takePortValue(effect, kLfoRate, 500.0F);
+  EXPECT_EQ(valueOf(kLfoRate), 7.0);
+  takePortValue(effect, kLfoRate, 0.0F);
+  EXPECT_EQ(valueOf(kLfoRate), 0.0);
+}
+
 }  // namespace
 }  // namespace orvantesco
