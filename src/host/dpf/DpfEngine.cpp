@@ -1,25 +1,48 @@
 #include "host/dpf/DpfEngine.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <exception>
 
 #include "host/dpf/DpfParameters.h"
 
 namespace orvantesco {
 
+namespace {
+
+void silence(float* const* outputs, int frames) noexcept {
+  for (int i = 0; i < DISTRHO_PLUGIN_NUM_OUTPUTS; ++i) {
+    if (outputs[i] != nullptr) std::fill_n(outputs[i], frames, 0.0F);
+  }
+}
+
+}  // namespace
+
 /// The ranges of ports are read from a bank that is built at the first question.
 DpfEngine::DpfEngine() { portRangeOf(0); }
 
-void DpfEngine::activate(double rateHz, int frames) {
+bool DpfEngine::activate(double rateHz, int frames) try {
+  takeMemory(rateHz, frames);
+  if (libraryIsPrepared) return true;
+  libraryIsPrepared = true;
+  presets.start();
+  return true;
+} catch (const std::exception& failure) {
+  std::fprintf(stderr, "Orvantesco: cannot play: %s\n", failure.what());
+  return hasMemory;
+}
+
+void DpfEngine::takeMemory(double rateHz, int frames) {
+  hasMemory = false;
   host.setSampleRate(rateHz);
   audio.prepare(frames);
   bypass.prepare(frames, rateHz);
   effect.ResetDSP();  // no audio runs, so it needs no request
-  if (libraryIsPrepared) return;
-  libraryIsPrepared = true;
-  presets.start();
+  hasMemory = true;
 }
 
 void DpfEngine::run(const float* const* inputs, float* const* outputs, int frames) noexcept {
+  if (!hasMemory) return silence(outputs, frames);
   for (int first = 0; first < frames; first += audio.longestPiece()) {
     const DpfAudio::Piece piece{first, std::min(audio.longestPiece(), frames - first)};
     AudioBlock block = audio.take(inputs, piece);

@@ -19,8 +19,9 @@ class DpfEngine {
   DpfEngine& operator=(const DpfEngine&) = delete;
 
   /// Takes the memory for a rate in Hz and for blocks of some frames, and silences what still
-  /// sounds. The first call lets a thread look after the preset library. No audio runs.
-  void activate(double rateHz, int frames);
+  /// sounds. The first call lets a thread look after the preset library. No audio runs. Throws
+  /// nothing: without the memory it says so and is false, and blocks are silent.
+  bool activate(double rateHz, int frames);
 
   /// One block of any length: three inputs (the side chain may be null) and two outputs. Audio
   /// thread.
@@ -31,10 +32,13 @@ class DpfEngine {
   Shared<bool> bypassed{false};  ///< what the host wants; any thread
 
  private:
+  void takeMemory(double rateHz, int frames);
+
   PluginBypass bypass{effect};
   DpfAudio audio;
   PresetPrompts noPerson;
   PluginPresets presets{effect, userPresetLibrary(), noPerson};
+  bool hasMemory = false;  ///< for blocks
   bool libraryIsPrepared = false;
 };
 

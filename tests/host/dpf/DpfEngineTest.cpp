@@ -1,6 +1,7 @@
 #include "host/dpf/DpfEngine.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <atomic>
@@ -89,6 +90,22 @@ TEST_F(DpfEngineTest, TakesStatesFromAnotherThreadWhileItPlays) {
   EXPECT_TRUE(finite);
   EXPECT_EQ(stateText(engine.effect), state);
 }
+
+#if !defined(ORVANTESCO_UNDER_SANITIZER)  // which needs more memory than this test leaves
+/// The host is C code, which no exception may reach.
+TEST_F(DpfEngineTest, IsSilentWhereThereIsNoMemoryForItsBlocks) {
+  const auto runWithLittleMemory = [this] {
+    rlimit little{};
+    little.rlim_cur = little.rlim_max = 64 << 20;
+    ::setrlimit(RLIMIT_AS, &little);
+    const bool failed = !engine.activate(48000.0, 1 << 28);
+    std::fill(left.begin(), left.end(), 1.0F);
+    run();
+    std::_Exit(failed && std::ranges::count(left, 0.0F) == frames ? 0 : 1);
+  };
+  EXPECT_EXIT(runWithLittleMemory(), testing::ExitedWithCode(0), "cannot play");
+}
+#endif
 
 TEST_F(DpfEngineTest, IsSilentAgainAfterItWasActivatedAnew) {
   for (int b = 0; b < 300; ++b) run();
