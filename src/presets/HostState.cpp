@@ -122,6 +122,12 @@ std::optional<HostStateReading> readHostState(const StateChunk& chunk, int start
   return reading;
 }
 
+bool isWhole(const HostStateReading& reading) noexcept {
+  const int version = reading.state.stateVersion;
+  if (version == kStateVersion) return reading.end >= 0;
+  return version >= kOldestStateVersion && version < kStateVersion;
+}
+
 bool putHostStateHead(StateChunk& chunk, const HostState& state) {
   return chunk.putInt32(kStateVersion) > 0 && chunk.putInt32(state.colourSet.value_or(0)) > 0 &&
          chunk.putInt32(state.currentPage.value_or(kDelayPage)) > 0 &&

@@ -61,6 +61,11 @@ struct HostStateReading {
 /// colour set is read. Any thread.
 std::optional<HostStateReading> readHostState(const StateChunk& chunk, int startPos);
 
+/// Whether a block says all that its version has to say, so that a session can be trusted to it: of
+/// a version that can be read, and one of this version to its end. An older one may end early,
+/// since its program had fewer parameters.
+bool isWhole(const HostStateReading& reading) noexcept;
+
 /// Appends everything but the parameters, whose doubles follow in index order. What is absent in
 /// `state` is written as a fresh effect has it. The version is `kStateVersion` in any case. False
 /// where the chunk could not grow.

@@ -5,7 +5,7 @@
 // A VST3 host knows a parameter by its index plus the number of parameters that the wrapper adds
 // in front: the latency is one, a controller apart from the processor would be two more, programs
 // and MIDI input some as well. So the values marked "frozen" never change, or every session would
-// lose its automation. FrozenIdsTest looks after them.
+// lose its automation. A test looks after them: Vst3Parameters.KeepTheirIds.
 
 #define DISTRHO_PLUGIN_NAME "Orvantesco"
 #define DISTRHO_PLUGIN_URI "urn:qlm-works:orvantesco"

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstring>
+#include <exception>
 #include <string_view>
 
 #include "host/PlugInfo.h"
@@ -88,9 +89,15 @@ DISTRHO::String DpfPlugin::getState(const char* key) const {
 
 void DpfPlugin::setState(const char* key, const char* value) {
   if (!engine || std::strcmp(key, kDpfStateKey) != 0 || *value == '\0') return;
-  if (!restoreStateText(engine->effect, value)) {
-    d_stderr("Orvantesco: the state of the session cannot be read and was left aside");
-  }
+  takeState(value);
+}
+
+/// No exception may reach the host, which is C code.
+void DpfPlugin::takeState(const char* text) noexcept try {
+  if (restoreStateText(engine->effect, text)) return;
+  d_stderr("Orvantesco: the state of the session cannot be read and was left aside");
+} catch (const std::exception& failure) {
+  d_stderr("Orvantesco: the state of the session was not restored: %s", failure.what());
 }
 
 void DpfPlugin::activate() {

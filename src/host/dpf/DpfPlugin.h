@@ -44,6 +44,8 @@ class DpfPlugin : public DISTRHO::Plugin {
   void run(const float** inputs, float** outputs, std::uint32_t frames) override;
 
  private:
+  void takeState(const char* text) noexcept;
+
   std::unique_ptr<DpfEngine> engine;
 };
 

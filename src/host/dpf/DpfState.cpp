@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "host/dpf/Base64.h"
+#include "presets/HostState.h"
 #include "presets/StateChunk.h"
 
 namespace orvantesco {
@@ -19,7 +20,10 @@ bool restoreStateText(Orvantesco& effect, const char* text) {
   if (!bytes || bytes->empty() || bytes->size() > most) return false;
   StateChunk chunk;
   if (chunk.putBytes(bytes->data(), static_cast<int>(bytes->size())) == 0) return false;
-  return effect.UnserializeState(chunk, 0) >= 0;
+  const auto reading = readHostState(chunk, 0);
+  if (!reading || !isWhole(*reading)) return false;
+  effect.settings().restoreState(reading->state);
+  return true;
 }
 
 }  // namespace orvantesco

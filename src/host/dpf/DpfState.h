@@ -14,8 +14,8 @@ inline constexpr const char* kDpfStateKey = "state";
 /// Empty where there is no memory.
 std::string stateText(Orvantesco& effect);
 
-/// Restores what `stateText` gave. False for a text that is none, which changes nothing, and for a
-/// block that ends early. Audio may run.
+/// Restores what `stateText` gave. False, and nothing has changed, for a text that is none,
+/// for a block that was cut off and for one of a version that cannot be read. Audio may run.
 bool restoreStateText(Orvantesco& effect, const char* text);
 
 }  // namespace orvantesco

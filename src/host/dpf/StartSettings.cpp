@@ -31,7 +31,7 @@ std::string StartSettings::takeState(const std::string& file) {
   StateChunk chunk;
   chunk.putBytes(bytes.data(), static_cast<int>(bytes.size()));
   const auto reading = readHostState(chunk, 0);
-  if (!reading || reading->end < 0) return file + ": holds no state block that can be read";
+  if (!reading || !isWhole(*reading)) return file + ": holds no state block that can be read";
   state = reading->state;
   return {};
 }
