@@ -72,7 +72,8 @@ struct Grouping {
   Grouping() {
     for (const ParamFamily& family : paramFamilies()) {
       for (int member = 0; member < family.count; ++member) {
-        groupOf[static_cast<std::size_t>(family.base + member)] = place(pathOf(family, member));
+        const int index = family.base + member;
+        groupOf[static_cast<std::size_t>(index)] = place(pathOf(family, member));
       }
     }
   }
