@@ -168,6 +168,30 @@ v3_audio_bus_buffers busOf(std::vector<float*>& channels) {
 
 }  // namespace
 
+/// What a plug-in tells its host with. It counts requests to look at the plug-in anew.
+struct Vst3Host::Handler {
+  struct Table : v3_funknown {
+    v3_component_handler calls;
+  };
+  const Table* table = nullptr;
+  int* restarts = nullptr;
+
+  static v3_result V3_API beginOrEnd(void*, v3_param_id) { return V3_OK; }
+  static v3_result V3_API perform(void*, v3_param_id, double) { return V3_OK; }
+  static v3_result V3_API restart(void* self, std::int32_t) {
+    ++*static_cast<Handler*>(self)->restarts;
+    return V3_OK;
+  }
+  static const Table& tableOfAll() {
+    static const Table made = [] {
+      auto calls = withoutCount<Table>();
+      calls.calls = {beginOrEnd, perform, beginOrEnd, restart};
+      return calls;
+    }();
+    return made;
+  }
+};
+
 Vst3Block::Vst3Block(std::size_t frames) {
   for (auto* channels : {&in, &out}) {
     for (auto& channel : *channels) channel.assign(frames, 0.0F);
@@ -243,6 +267,12 @@ std::string Vst3Host::state(std::int32_t atOnce) {
 bool Vst3Host::setState(const std::string& bytes, std::int32_t atOnce) {
   Stream stream{&streamTable(), bytes, 0, atOnce};
   return v3_cpp_obj(component)->set_state(component, handleOf(stream)) == V3_OK;
+}
+
+void Vst3Host::countRestarts() {
+  handler = std::make_unique<Handler>(Handler{&Handler::tableOfAll(), &restarts});
+  const auto handle = static_cast<v3_component_handler**>(static_cast<void*>(handler.get()));
+  must(v3_cpp_obj(controller)->set_component_handler(controller, handle));
 }
 
 std::uint32_t Vst3Host::latency() { return v3_cpp_obj(processor)->get_latency_samples(processor); }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,10 @@ class Vst3Host {
   std::string state(std::int32_t atOnce = 1 << 30);
   bool setState(const std::string& bytes, std::int32_t atOnce = 1 << 30);
 
+  /// How often the plug-in asked from here on that the host look at it anew.
+  void countRestarts();
+  int restarts = 0;
+
   std::uint32_t latency();
   std::int32_t parameterCount();
   v3_param_info parameter(std::int32_t index);
@@ -65,6 +70,8 @@ class Vst3Host {
   v3_audio_processor** processor = nullptr;
   v3_edit_controller** controller = nullptr;
   bool isActive = false;
+  struct Handler;
+  std::unique_ptr<Handler> handler;
 };
 
 /// A text in the format's 16-bit characters as plain ASCII.

@@ -99,6 +99,21 @@ TEST(Vst3State, ShowsItsParametersToTheHost) {
   EXPECT_EQ(other.normalized(idOf(kSlotOn + 2)), 1.0);
 }
 
+TEST(Vst3State, ShowsWhatAStreamWithoutAListOfValuesHolds) {
+  Vst3Host host;
+  ASSERT_TRUE(host.setState(vst3StreamOf(unusualState())));
+  EXPECT_NEAR(host.normalized(idOf(kFeedback)) * 160.0, 100.0 / 3.0, 1e-4);
+  EXPECT_EQ(host.normalized(idOf(kSlotOn + 2)), 1.0);
+}
+
+TEST(Vst3State, TellsNothingToAHostThatHandsItOver) {
+  Vst3Host host;
+  host.countRestarts();
+  ASSERT_TRUE(host.setState(vst3StreamOf(unusualState())));
+  ASSERT_TRUE(host.setState(host.state()));
+  EXPECT_EQ(host.restarts, 0);
+}
+
 TEST(Vst3State, ThatCannotBeReadChangesNothing) {
   Vst3Host host;
   ASSERT_TRUE(host.setState(vst3StreamOf(unusualState())));
