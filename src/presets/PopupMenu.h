@@ -18,8 +18,11 @@ struct PopupItem {
   int submenu = kNoNode;       ///< node whose menu opens; `kNoNode` for none
   unsigned flags = 0;          ///< `kPopupHeading`, `kPopupChecked`
   std::string relativePath{};  ///< of the preset that it stands for, without extension
+  std::string extension{};     ///< of that preset's file, with the point
 
   bool isPreset() const noexcept { return submenu == kNoNode && (flags & kPopupHeading) == 0; }
+  /// Relative path of the preset's file as it stands on the disk.
+  std::string filePath() const { return relativePath + extension; }
   bool isChecked() const noexcept { return (flags & kPopupChecked) != 0; }
 };
 

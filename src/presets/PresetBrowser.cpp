@@ -33,24 +33,24 @@ void PresetBrowser::followLibrary() {
 void PresetBrowser::choosePresetFromMenu() {
   followLibrary();
   const auto place = prompts.chooseFrom(menu());
-  if (place && choose(*place)) loadSelected();
+  if (place) loadPresetByPath(choose(*place));
 }
 
 void PresetBrowser::stepPreset(bool forward) {
   followLibrary();
   if (target.presetIsLoading()) return;
-  const std::string path = pathToStepTo(forward);
-  if (!path.empty() && selectPath(path)) loadSelected();
+  loadPresetByPath(chooseNext(forward));
 }
 
-std::string PresetBrowser::pathToStepTo(bool forward) const {
+/// Chooses the preset to step to and returns its file: read later, the selection may be that of a
+/// state which a host has restored meanwhile. Empty where there is none.
+std::string PresetBrowser::chooseNext(bool forward) {
   const std::lock_guard lock(mutex);
   const PresetEntry* const entry =
       stepFrom(catalogue->presetOrder, presetMenu.selectedPath(), forward);
-  return entry == nullptr ? "" : entry->relativePath;
+  const bool isChosen = entry != nullptr && presetMenu.selectPath(entry->relativePath);
+  return isChosen ? presetMenu.selectedFile() : "";
 }
-
-void PresetBrowser::loadSelected() { loadPresetByPath(selectedPath() + ".txt"); }
 
 void PresetBrowser::loadPresetByPath(const std::string& relativePath) {
   if (relativePath.empty()) return;
@@ -89,21 +89,22 @@ void PresetBrowser::listSaved(const std::string& fullPath) {
   // Other instances scan at their next action, this one at once.
   library.raiseGeneration();
   buildPresetMenu();
-  const bool isListed = selectPath(path);
+  const bool isListed = selectFile(relativePath);
   // A spelling that the tree is not known by, on a disk that tells letters' cases apart.
   if (!isListed) target.showMessage(PresetMessage::notInUserFolder);
 }
 
 void PresetBrowser::openPresetFolder() { prompts.openFolder(library.folders().presetRootPath); }
 
-bool PresetBrowser::choose(PresetMenuPlace place) {
+/// The same for an item of the menu.
+std::string PresetBrowser::choose(PresetMenuPlace place) {
   const std::lock_guard lock(mutex);
-  return presetMenu.choose(place);
+  return presetMenu.choose(place) ? presetMenu.selectedFile() : "";
 }
 
-bool PresetBrowser::selectPath(const std::string& relativePath) {
+bool PresetBrowser::selectFile(const std::string& filePath) {
   const std::lock_guard lock(mutex);
-  return presetMenu.selectPath(relativePath);
+  return presetMenu.selectFile(filePath);
 }
 
 bool PresetBrowser::select(const PresetSelection& selection) {
@@ -116,11 +117,6 @@ bool PresetBrowser::select(const PresetSelection& selection) {
 PresetSelection PresetBrowser::selection() const {
   const std::lock_guard lock(mutex);
   return isBuilt ? presetMenu.selection() : awaited;
-}
-
-std::string PresetBrowser::selectedPath() const {
-  const std::lock_guard lock(mutex);
-  return presetMenu.selectedPath();
 }
 
 PresetMenu PresetBrowser::menu() const {

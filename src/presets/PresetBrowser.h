@@ -54,11 +54,9 @@ class PresetBrowser : public PresetMenuPort {
 
  private:
   void followLibrary();
-  bool choose(PresetMenuPlace place);
-  bool selectPath(const std::string& relativePath);
-  void loadSelected();
-  std::string selectedPath() const;
-  std::string pathToStepTo(bool forward) const;
+  std::string choose(PresetMenuPlace place);
+  std::string chooseNext(bool forward);
+  bool selectFile(const std::string& filePath);
   void savePreset(const std::string& fullPath);
   void listSaved(const std::string& fullPath);
 

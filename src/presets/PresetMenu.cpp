@@ -8,6 +8,7 @@ namespace orvantesco {
 namespace {
 
 constexpr int kRootNode = 0;
+constexpr std::string_view kPresetExtension = ".txt";
 
 }  // namespace
 
@@ -19,15 +20,17 @@ void PresetMenu::clear() {
   // Both trees share the root.
   nodePlaces = {{kUserTree, kRootNode}, {kFactoryTree, kRootNode}};
   itemPlaces.clear();
+  filePlaces.clear();
 }
 
 void PresetMenu::build(const PresetCatalogue& catalogue) {
-  const std::string selected = selectedPath();
+  const std::string file = selectedFile();
+  const std::string folder = file.empty() ? selection().folderPath : "";
   clear();
   if (!catalogue.hasRoot) return;
   addTree(catalogue, kUserTree, "--  User  Presets  --");
   addTree(catalogue, kFactoryTree, "--  Factory  Presets  --");
-  selectPath(selected);
+  if (!selectFile(file) && !folder.empty()) select({folder, kNoItem});
 }
 
 void PresetMenu::addTree(const PresetCatalogue& catalogue, const char* tree, const char* heading) {
@@ -35,13 +38,18 @@ void PresetMenu::addTree(const PresetCatalogue& catalogue, const char* tree, con
   for (const PresetFolderContent& content : contentOf(catalogue, tree)) {
     const int node = addFolder(*content.folder);
     if (node == kNoNode) continue;
-    std::vector<PopupItem>& items = menuNodes[static_cast<std::size_t>(node)].menu.items;
-    for (const PresetEntry* file : content.files) {
-      itemPlaces.try_emplace(file->relativePath,
-                             PresetMenuPlace{node, static_cast<int>(items.size())});
-      items.push_back({file->name, kNoNode, 0, file->relativePath});
-    }
+    for (const PresetEntry* file : content.files) addFile(*file, node);
   }
+}
+
+void PresetMenu::addFile(const PresetEntry& file, int node) {
+  std::vector<PopupItem>& items = menuNodes[static_cast<std::size_t>(node)].menu.items;
+  const PresetMenuPlace place{node, static_cast<int>(items.size())};
+  items.push_back({file.name, kNoNode, 0, file.relativePath, file.extension});
+  filePlaces.emplace(items.back().filePath(), place);
+  // A preset is not hidden by a foreign file of its name.
+  const bool isFirst = itemPlaces.try_emplace(file.relativePath, place).second;
+  if (!isFirst && file.extension == kPresetExtension) itemPlaces[file.relativePath] = place;
 }
 
 /// The node of a folder, made where it has none; `kNoNode` where its parent has none.
@@ -92,6 +100,11 @@ bool PresetMenu::selectPath(std::string_view relativePath) {
   return found != itemPlaces.end() && choose(found->second);
 }
 
+bool PresetMenu::selectFile(std::string_view filePath) {
+  const auto found = filePlaces.find(std::string(filePath));
+  return found != filePlaces.end() && choose(found->second);
+}
+
 bool PresetMenu::select(const PresetSelection& selection) {
   if (selection.folderPath.empty()) {
     clearSelection();
@@ -110,10 +123,20 @@ PresetSelection PresetMenu::selection() const {
   return {menuNodes[static_cast<std::size_t>(currentMenu)].relativePath, selectedIndex};
 }
 
-std::string PresetMenu::selectedPath() const {
-  if (selectedIndex == kNoItem) return {};
+const PopupItem* PresetMenu::selectedItem() const {
+  if (selectedIndex == kNoItem) return nullptr;
   const auto& items = menuNodes[static_cast<std::size_t>(currentMenu)].menu.items;
-  return items[static_cast<std::size_t>(selectedIndex)].relativePath;
+  return &items[static_cast<std::size_t>(selectedIndex)];
+}
+
+std::string PresetMenu::selectedPath() const {
+  const PopupItem* const item = selectedItem();
+  return item == nullptr ? "" : item->relativePath;
+}
+
+std::string PresetMenu::selectedFile() const {
+  const PopupItem* const item = selectedItem();
+  return item == nullptr ? "" : item->filePath();
 }
 
 }  // namespace orvantesco

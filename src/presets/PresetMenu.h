@@ -32,7 +32,7 @@ class PresetMenu {
   PresetMenu();
 
   /// Builds all menus anew; without its root folder the library has an empty one. The selected
-  /// preset stays selected where it is still there.
+  /// preset stays selected where it is still there, and so does a folder without a preset.
   void build(const PresetCatalogue& catalogue);
 
   /// The first is the root.
@@ -41,9 +41,12 @@ class PresetMenu {
   /// Checks an item and nothing else. False, and no change, for what is no preset.
   bool choose(PresetMenuPlace place);
 
-  /// Chooses the preset with a relative path (without extension). False, and no change, where the
-  /// menu has none.
+  /// Chooses the preset with a relative path (without extension); of files that share it the one
+  /// with the presets' own extension. False, and no change, where the menu has none.
   bool selectPath(std::string_view relativePath);
+
+  /// The same for the relative path of a file, with its extension.
+  bool selectFile(std::string_view filePath);
 
   /// Makes the menu of a folder the current one and checks an item of it, if it is a preset; where
   /// no folder is named, nothing is selected any more. False, and no change, where there is no such
@@ -56,17 +59,23 @@ class PresetMenu {
   /// Relative path of the checked preset, empty for none.
   std::string selectedPath() const;
 
+  /// The same with the extension of its file.
+  std::string selectedFile() const;
+
  private:
   void clear();
   void addTree(const PresetCatalogue& catalogue, const char* tree, const char* heading);
   int addFolder(const PresetEntry& folder);
   int nodeOf(std::string_view relativePath) const;
   PopupItem* itemAt(PresetMenuPlace place);
+  const PopupItem* selectedItem() const;
+  void addFile(const PresetEntry& file, int node);
   void clearSelection();
 
   std::vector<PresetMenuNode> menuNodes;
   std::unordered_map<std::string, int> nodePlaces;              ///< by relative path
   std::unordered_map<std::string, PresetMenuPlace> itemPlaces;  ///< by relative path
+  std::unordered_map<std::string, PresetMenuPlace> filePlaces;  ///< the same with the extension
   int currentMenu = kNoNode;
   int selectedIndex = kNoItem;
 };

@@ -85,7 +85,6 @@ TEST_F(PresetConnectionTest, StepsLoadIntoTheEngineAndShowNameAndFolder) {
 
 TEST_F(PresetConnectionTest, AForeignFileChangesNothingButTheLabel) {
   tree.addFile("/User Presets/0.wav", "RIFF");
-  tree.addFile("/User Presets/0.txt", "RIFF");
   Instance one(library);
   one.setFeedback(44.0);
   one.presets.browser().stepPreset(true);
@@ -93,6 +92,14 @@ TEST_F(PresetConnectionTest, AForeignFileChangesNothingButTheLabel) {
   EXPECT_EQ(one.feedback(), 44.0);
   one.presets.browser().stepPreset(true);
   EXPECT_EQ(one.feedback(), 11.0) << "and the next step goes on";
+}
+
+TEST_F(PresetConnectionTest, AnExtensionInOtherLettersLoadsToo) {
+  tree.addFile("/User Presets/0.TXT", presetWith(14, "Feedback1 77\n"));
+  Instance one(library);
+  one.presets.browser().stepPreset(true);
+  EXPECT_EQ(one.rig.effect.settings().presetName(), "0");
+  EXPECT_EQ(one.feedback(), 77.0);
 }
 
 TEST_F(PresetConnectionTest, WhatIsSavedLoadsInAnotherInstance) {

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <filesystem>
+#include <set>
+#include <thread>
+#include <vector>
 
 #include "presets/FileContent.h"
 #include "support/OrdinaryUser.h"
@@ -141,6 +145,49 @@ TEST_F(PresetBrowserTest, AChoiceLoadsItsFileAndIsChecked) {
   EXPECT_EQ(one.target.asked(), loaded("/User Presets/a.b.txt"));
   EXPECT_TRUE(one.browser.menu().nodes()[0].menu.items[1].isChecked());
   EXPECT_EQ(one.browser.selection().itemIndex, 1);
+}
+
+TEST_F(PresetBrowserTest, EachFileIsLoadedByItsOwnName) {
+  for (const char* path : {"/User Presets/Aha.aup", "/User Presets/Aha.txt", "/User Presets/Bare",
+                           "/User Presets/Caps.TXT"}) {
+    tree.addFile(path);
+  }
+  Instance one(library, tree);
+  EXPECT_EQ(one.step(true), loaded("/User Presets/Aha.txt")) << "not hidden by a foreign file";
+  EXPECT_EQ(one.step(true), loaded("/User Presets/Bare"));
+  EXPECT_EQ(one.step(true), loaded("/User Presets/Caps.TXT"));
+  one.prompts.place = PresetMenuPlace{0, 1};
+  one.browser.choosePresetFromMenu();
+  EXPECT_EQ(one.target.asked(), loaded("/User Presets/Aha.aup"));
+  one.browser.buildPresetMenu();
+  EXPECT_EQ(one.browser.selection().itemIndex, 1) << "and stays the one that is checked";
+}
+
+TEST_F(PresetBrowserTest, AStateThatComesBetweenChoiceAndLoadDoesNotChangeWhatIsLoaded) {
+  Instance one(library, tree);
+  std::atomic<bool> done{false};
+  std::vector<std::thread> hosts;
+  for (int i = 0; i < 4; ++i) {
+    hosts.emplace_back([&] {
+      while (!done) one.browser.select({});
+    });
+  }
+  std::set<std::string> asked;
+  for (int i = 0; i < 4000; ++i) {
+    for (const std::string& event : one.step(true)) asked.insert(event);
+  }
+  done = true;
+  for (std::thread& host : hosts) host.join();
+  EXPECT_FALSE(asked.contains("read .txt"));
+  EXPECT_TRUE(asked.contains("read /User Presets/Mine.txt"));
+}
+
+TEST_F(PresetBrowserTest, AFolderWithoutAPresetStaysSelectedOverANewScan) {
+  Instance one(library, tree);
+  EXPECT_TRUE(one.browser.select({"/User Presets/Echo/", 99}));
+  one.browser.buildPresetMenu();
+  EXPECT_EQ(one.browser.selection().folderPath, "/User Presets/Echo/");
+  EXPECT_EQ(one.browser.selection().itemIndex, -1);
 }
 
 TEST_F(PresetBrowserTest, APresetAtTheTopOfTheShippedTreeLoadsFromThere) {
