@@ -75,8 +75,7 @@ void RenderEngine::apply(const RenderSettings& settings) {
 void RenderEngine::loadPreset(const std::string& preset) {
   const PresetSource source = readPresetArgument(preset);
   presetNotes = problemLines(source);
-  effect.settings().applyPreset(source.reading.preset);
-  effect.settings().showPreset(source.path);
+  effect.settings().applyPreset(source.reading.preset, source.path);
 }
 
 StateChunk RenderEngine::stateBlock() {

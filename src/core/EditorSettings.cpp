@@ -3,7 +3,6 @@
 #include "core/Orvantesco.h"
 #include "host/SilentEditor.h"
 #include "params/ParamIndex.h"
-#include "presets/PresetNames.h"
 
 namespace orvantesco {
 
@@ -31,10 +30,6 @@ void SettingsStore::setColourSet(int set) {
   if (set < 0 || set >= kColourSets) return;
   editorState.colourSet = set;
   editor().showColourSet(set);
-}
-
-void SettingsStore::showPreset(const std::string& relativePath) {
-  showPreset(presetNameOf(relativePath), presetFolderLabelOf(relativePath));
 }
 
 void SettingsStore::showPreset(const std::string& name, const std::string& folderLabel) {

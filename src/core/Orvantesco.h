@@ -155,8 +155,14 @@ class Orvantesco : public IPlugAAX {
   }
 
   /// Applies what `readPresetFile` has read. A preset of an older version is rewritten in place,
-  /// once its old file is kept below the backups; where that fails, the user is told.
+  /// once its old file is kept below the backups; where that fails, the user is told. A file that
+  /// has changed since it was read stays as it is.
   void applyLoadedPreset() { settingsStore.applyLoadedPreset(); }
+
+  /// Both, with no other load, save or restore in between.
+  bool loadPresetFile(const std::string& relativePath) {
+    return settingsStore.loadPresetFile(relativePath);
+  }
 
   /// Writes the present settings; an empty path does nothing. `rewriteAfterMigration` keeps the
   /// file that is there in the backups first. True means failure.

@@ -13,11 +13,9 @@ PresetConnection::~PresetConnection() { engine.settings().setPresetMenu(nullptr)
 
 bool PresetConnection::presetIsLoading() const { return engine.presetIsLoading(); }
 
-bool PresetConnection::readPresetFile(const std::string& relativePath) {
-  return engine.readPresetFile(relativePath);
+bool PresetConnection::loadPresetFile(const std::string& relativePath) {
+  return engine.loadPresetFile(relativePath);
 }
-
-void PresetConnection::applyLoadedPreset() { engine.applyLoadedPreset(); }
 
 bool PresetConnection::writePresetFile(const std::string& fullPath) {
   return engine.writePresetFile(fullPath, false);

@@ -25,8 +25,7 @@ class PresetConnection : private PresetTarget {
 
  private:
   bool presetIsLoading() const override;
-  bool readPresetFile(const std::string& relativePath) override;
-  void applyLoadedPreset() override;
+  bool loadPresetFile(const std::string& relativePath) override;
   bool writePresetFile(const std::string& fullPath) override;
   void showPreset(const std::string& name, const std::string& folderLabel) override;
   void showMessage(PresetMessage message) override;

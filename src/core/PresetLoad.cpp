@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/Orvantesco.h"
 #include "params/ParamBank.h"
 #include "presets/FileContent.h"
 #include "presets/PresetBackup.h"
 #include "presets/PresetMigration.h"
+#include "presets/PresetNames.h"
 #include "presets/PresetReader.h"
 #include "presets/PresetWriter.h"
 
@@ -41,16 +43,34 @@ std::vector<PresetValue> listedValues(const ParamBank& bank) {
   return values;
 }
 
+PresetLabel labelOf(const std::string& relativePath) {
+  return {presetNameOf(relativePath), presetFolderLabelOf(relativePath)};
+}
+
+/// Whether the file still holds what was read of it.
+bool isAsRead(const OpenedPreset& opened) {
+  const auto content = readFile(opened.fullPath, kLargestPresetBytes);
+  const auto* text = std::get_if<std::string>(&content);
+  return text != nullptr && *text == opened.text;
+}
+
 }  // namespace
 
 void SettingsStore::applyPreset(const Preset& preset) {
   const std::lock_guard one(effect.gate.turn);
   select({});
-  loadPreset(preset);
+  loadPreset(preset, nullptr);
+}
+
+void SettingsStore::applyPreset(const Preset& preset, const std::string& relativePath) {
+  const std::lock_guard one(effect.gate.turn);
+  select({});
+  const PresetLabel label = labelOf(relativePath);
+  loadPreset(preset, &label);
 }
 
 /// Returns what a file of the loaded settings holds, taken before anybody else can change them.
-Preset SettingsStore::loadPreset(const Preset& preset) {
+Preset SettingsStore::loadPreset(const Preset& preset, const PresetLabel* label) {
   const std::lock_guard one(effect.gate.turn);
   Preset loaded;
   {
@@ -63,6 +83,7 @@ Preset SettingsStore::loadPreset(const Preset& preset) {
     lastPageLoaded = preset.lastPage.value_or(lastPageLoaded);
     takePage(lastPageLoaded);
     showLoaded();
+    if (label != nullptr) showPreset(label->name, label->folder);
     effect.touchedParam = -1;
     settle();
     loaded = currentPreset();
@@ -133,31 +154,50 @@ Preset SettingsStore::currentPreset() const {
 
 bool SettingsStore::readPresetFile(const std::string& relativePath) {
   const std::lock_guard one(effect.gate.turn);
-  presetFilePath = presetRootPath + relativePath;
-  const PresetResult result = readPreset(presetFilePath);
-  if (const auto* error = std::get_if<PresetError>(&result)) {
-    refusePreset(error->kind == PresetError::Kind::noFile ? "NO FILE" : "WRONG FILE");
-    return false;
-  }
-  loadedPreset = std::get<PresetReading>(result).preset;
-  showPreset(relativePath);
+  const std::string fullPath = presetRootPath + relativePath;
+  auto content = readFile(fullPath, kLargestPresetBytes);
+  auto* text = std::get_if<std::string>(&content);
+  if (text == nullptr) return refusePreset("NO FILE");
+  PresetResult result = parsePreset(*text);
+  auto* reading = std::get_if<PresetReading>(&result);
+  if (reading == nullptr) return refusePreset("WRONG FILE");
+  opened =
+      OpenedPreset{fullPath, std::move(*text), labelOf(relativePath), std::move(reading->preset)};
+  showPreset(opened->label.name, opened->label.folder);
   return true;
 }
 
-void SettingsStore::refusePreset(std::string_view reason) {
+/// Always false: there is no preset.
+bool SettingsStore::refusePreset(std::string_view reason) {
   const std::lock_guard lock(effect.mutex);
   editorState.presetName = reason;
   editor().showPresetName(editorState.presetName);
+  return false;
 }
 
 void SettingsStore::applyLoadedPreset() {
   const std::lock_guard one(effect.gate.turn);
-  const Preset loaded = loadPreset(loadedPreset);
-  if (!isOldPreset(loadedPreset)) return;
+  if (!opened) return;
+  // What the editor shows may come back here and open another one.
+  const OpenedPreset applied = *opened;
+  const Preset loaded = loadPreset(applied.preset, &applied.label);
+  if (isOldPreset(applied.preset)) rewrite(applied, loaded);
+}
+
+/// What somebody has written there meanwhile is not what was loaded, and stays.
+void SettingsStore::rewrite(const OpenedPreset& old, const Preset& loaded) {
+  if (!isAsRead(old)) return;
   // A folder that cannot be written keeps its old file, which loads just as well the next time.
   const bool isRewritten =
-      keepBackup(presetFilePath) && writeFile(presetFilePath, presetText(loaded)).empty();
+      keepBackup(old.fullPath) && writeFile(old.fullPath, presetText(loaded)).empty();
   if (!isRewritten) showMessage(PresetMessage::cannotWrite);
+}
+
+bool SettingsStore::loadPresetFile(const std::string& relativePath) {
+  const std::lock_guard one(effect.gate.turn);
+  if (!readPresetFile(relativePath)) return false;
+  applyLoadedPreset();
+  return true;
 }
 
 bool SettingsStore::writePresetFile(const std::string& fullPath, bool rewriteAfterMigration) {

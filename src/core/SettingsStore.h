@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/EditorState.h"
+#include "core/OpenedPreset.h"
 #include "presets/HostState.h"
 #include "presets/Preset.h"
 #include "presets/PresetMenuPort.h"
@@ -45,12 +46,17 @@ class SettingsStore {
   /// their defaults, and nothing is selected in the library's menu.
   void applyPreset(const Preset& preset);
 
+  /// The same, with name and folder of the file that it comes from, so that no state is ever saved
+  /// or restored between values and labels. The path counts from the presets' root.
+  void applyPreset(const Preset& preset, const std::string& relativePath);
+
   /// What a preset file of the present settings holds.
   Preset currentPreset() const;
 
   /// See the operations of the same names of `Orvantesco`.
   bool readPresetFile(const std::string& relativePath);
   void applyLoadedPreset();
+  bool loadPresetFile(const std::string& relativePath);
   bool writePresetFile(const std::string& fullPath, bool rewriteAfterMigration);
 
   /// Where the preset folders lie; nothing is read or written before it is told.
@@ -58,9 +64,7 @@ class SettingsStore {
 
   // What an editor shows (EditorSettings.cpp).
 
-  /// Name and folder of the preset that the editor shows. `relativePath` is below the presets'
-  /// root.
-  void showPreset(const std::string& relativePath);
+  /// Name and folder of the preset that the editor shows.
   void showPreset(const std::string& name, const std::string& folderLabel);
   std::string presetName();
   std::string presetFolderLabel();
@@ -98,8 +102,9 @@ class SettingsStore {
   void showRestored(const HostState& state);
   void showLoaded();
   void settle();
-  Preset loadPreset(const Preset& preset);
-  void refusePreset(std::string_view reason);
+  Preset loadPreset(const Preset& preset, const PresetLabel* label);
+  void rewrite(const OpenedPreset& old, const Preset& loaded);
+  bool refusePreset(std::string_view reason);
   bool keepBackup(const std::string& fullPath) const;
   void select(const PresetSelection& selection);
   /// The editor, or one that ignores everything.
@@ -111,8 +116,7 @@ class SettingsStore {
   // Whoever has the turn (see `BulkGate`).
   PresetMenuPort* presetMenu = nullptr;
   std::string presetRootPath;
-  std::string presetFilePath;  ///< of the file opened last
-  Preset loadedPreset;         ///< read, to be applied
+  std::optional<OpenedPreset> opened;  ///< the preset read last, to be applied
   int lastPageLoaded = kDelayPage;
 };
 

@@ -54,11 +54,7 @@ std::string PresetBrowser::chooseNext(bool forward) {
 
 void PresetBrowser::loadPresetByPath(const std::string& relativePath) {
   if (relativePath.empty()) return;
-  if (target.readPresetFile(relativePath)) {
-    target.applyLoadedPreset();
-  } else {
-    library.raiseGeneration();
-  }
+  if (!target.loadPresetFile(relativePath)) library.raiseGeneration();
 }
 
 void PresetBrowser::savePresetAs() {

@@ -14,12 +14,9 @@ class PresetTarget {
 
   virtual bool presetIsLoading() const = 0;
 
-  /// Reads a file below the library's root; false where it is no preset, which the target then
-  /// shows, and nothing else changes.
-  virtual bool readPresetFile(const std::string& relativePath) = 0;
-
-  /// Applies what was read.
-  virtual void applyLoadedPreset() = 0;
+  /// Reads a file below the library's root and applies it; false where it is no preset, which the
+  /// target then shows, and nothing else changes.
+  virtual bool loadPresetFile(const std::string& relativePath) = 0;
 
   /// Writes the present settings whole or not at all; true means failure.
   virtual bool writePresetFile(const std::string& fullPath) = 0;

@@ -10,6 +10,7 @@
 #include <optional>
 #include <set>
 #include <thread>
+#include <utility>
 
 #include "params/ParamIndex.h"
 #include "presets/StateChunk.h"
@@ -274,13 +275,17 @@ TEST_F(PresetConnectionTest, TwoInstancesThatLoadAtOnceDoNotDisturbEachOther) {
   EXPECT_EQ(strayedOther, 0);
 }
 
-/// Lets another thread work between the reading of a preset and its application.
+/// Lets another thread work between the reading of a preset and its application, which shows the
+/// name once more.
 class BetweenReadAndApply : public EditorPort {
  public:
   explicit BetweenReadAndApply(std::function<void()> work) : other(std::move(work)) {}
-  void showPresetName(std::string_view) noexcept override { std::thread(other).join(); }
+  void showPresetName(std::string_view) noexcept override {
+    if (!std::exchange(hasWorked, true)) std::thread(other).join();
+  }
 
  private:
+  bool hasWorked = false;
   std::function<void()> other;
 };
 

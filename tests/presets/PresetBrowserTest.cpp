@@ -23,11 +23,10 @@ class RecordingTarget : public PresetTarget {
   explicit RecordingTarget(const PresetTree& presets) : tree(presets) {}
 
   bool presetIsLoading() const override { return isLoading; }
-  bool readPresetFile(const std::string& path) override {
-    events.push_back("read " + path);
+  bool loadPresetFile(const std::string& path) override {
+    events.push_back("load " + path);
     return std::filesystem::exists(tree.full(path));
   }
-  void applyLoadedPreset() override { events.emplace_back("apply"); }
   bool writePresetFile(const std::string& path) override {
     events.push_back("write");
     return !writeFile(path, "new").empty();
@@ -106,7 +105,7 @@ class PresetBrowserTest : public ::testing::Test {
   PresetLibrary library{tree.folders()};
 };
 
-Texts loaded(const std::string& path) { return {"read " + path, "apply"}; }
+Texts loaded(const std::string& path) { return {"load " + path}; }
 
 TEST_F(PresetBrowserTest, StepsGoThroughBothTreesAndAround) {
   Instance one(library, tree);
@@ -178,8 +177,8 @@ TEST_F(PresetBrowserTest, AStateThatComesBetweenChoiceAndLoadDoesNotChangeWhatIs
   }
   done = true;
   for (std::thread& host : hosts) host.join();
-  EXPECT_FALSE(asked.contains("read .txt"));
-  EXPECT_TRUE(asked.contains("read /User Presets/Mine.txt"));
+  EXPECT_FALSE(asked.contains("load .txt"));
+  EXPECT_TRUE(asked.contains("load /User Presets/Mine.txt"));
 }
 
 TEST_F(PresetBrowserTest, AFolderWithoutAPresetStaysSelectedOverANewScan) {
@@ -210,7 +209,7 @@ TEST_F(PresetBrowserTest, APresetThatIsGoneLeavesTheMenuAtTheNextAction) {
   Instance one(library, tree);
   one.step(true);
   std::filesystem::remove(tree.full("/User Presets/Echo/Slap.txt"));
-  EXPECT_EQ(one.step(true), Texts{"read /User Presets/Echo/Slap.txt"});
+  EXPECT_EQ(one.step(true), Texts{"load /User Presets/Echo/Slap.txt"});
   one.browser.choosePresetFromMenu();
   EXPECT_FALSE(one.prompts.shown.selectPath("/User Presets/Echo/Slap"));
 }

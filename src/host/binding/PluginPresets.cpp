@@ -41,8 +41,7 @@ std::string PluginPresets::apply(const std::string& preset) {
   if (const auto* error = std::get_if<PresetError>(&result)) {
     return found->relativePath + ": " + error->message;
   }
-  engine.settings().applyPreset(std::get<PresetReading>(result).preset);
-  engine.settings().showPreset(found->relativePath);
+  engine.settings().applyPreset(std::get<PresetReading>(result).preset, found->relativePath);
   return {};
 }
 

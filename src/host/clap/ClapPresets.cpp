@@ -26,8 +26,7 @@ std::string ClapPresets::loadCarried(const std::string& key) {
   if (found == nullptr) return key + ": no preset of the plug-in";
   const PresetResult result = parsePreset(found->text);
   if (const auto* error = std::get_if<PresetError>(&result)) return error->message;
-  effect.settings().applyPreset(std::get<PresetReading>(result).preset);
-  effect.settings().showPreset(found->relativePath());
+  effect.settings().applyPreset(std::get<PresetReading>(result).preset, found->relativePath());
   return {};
 }
 

@@ -38,9 +38,7 @@ std::string StartSettings::takeState(const std::string& file) {
 
 void StartSettings::applyTo(Orvantesco& effect) const {
   if (state) effect.settings().restoreState(*state);
-  if (!preset) return;
-  effect.settings().applyPreset(*preset);
-  effect.settings().showPreset(presetPath);
+  if (preset) effect.settings().applyPreset(*preset, presetPath);
 }
 
 StartSettings& startSettings() {
