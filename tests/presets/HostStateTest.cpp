@@ -116,6 +116,29 @@ TEST(HostState, WhatABlockDoesNotReachIsAbsent) {
   }
 }
 
+TEST(HostState, IsWholeToTheLastByteUnlessAnOlderProgramWroteLess) {
+  const auto isWholeOf = [](const std::vector<std::uint8_t>& bytes) {
+    const auto reading = readHostState(StateBytes::chunkOf(bytes), 0);
+    return reading && isWhole(*reading);
+  };
+  StateBytes state;
+  state.values = defaultValues();
+  auto bytes = state.bytes();
+  EXPECT_TRUE(isWholeOf(bytes));
+  for (std::size_t length = 0; length < bytes.size(); length += length < 200 ? 1 : 801) {
+    EXPECT_FALSE(isWholeOf({bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length)}));
+  }
+  bytes.pop_back();
+  EXPECT_FALSE(isWholeOf(bytes));
+  state.values.resize(900);
+  state.version = 0x10100;
+  EXPECT_TRUE(isWholeOf(state.bytes()));
+  state.version = 0x832;
+  EXPECT_FALSE(isWholeOf(state.bytes()));
+  state.version = 0x10201;
+  EXPECT_FALSE(isWholeOf(state.bytes()));
+}
+
 TEST(HostState, SurvivesTextsOfImpossibleLengths) {
   for (const std::uint32_t length : {0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu, 0xFFFFFFF0u}) {
     auto bytes = sample().bytes();

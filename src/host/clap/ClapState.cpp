@@ -39,16 +39,13 @@ std::optional<StateChunk> readAll(const clap_istream_t& stream) {
   }
 }
 
-bool isReadable(const HostStateReading& reading) {
-  return reading.state.stateVersion <= kStateVersion &&
-         reading.state.stateVersion >= kOldestStateVersion;
-}
-
-bool bypassBehind(const StateChunk& chunk, int end) {
+/// Off where the block ends with the effect's part; nothing where it breaks off behind that.
+std::optional<bool> bypassBehind(const StateChunk& chunk, int end) {
+  if (end < 0 || end == chunk.size()) return false;
   std::int32_t mark = 0;
   std::uint8_t on = 0;
-  const int behindMark = chunk.getInt32(end, mark);
-  return mark == kBypassMark && chunk.getByte(behindMark, on) >= 0 && on != 0;
+  if (chunk.getByte(chunk.getInt32(end, mark), on) < 0) return std::nullopt;
+  return mark == kBypassMark && on != 0;
 }
 
 }  // namespace
@@ -66,9 +63,11 @@ bool ClapState::load(const clap_istream_t& stream) {
   const auto chunk = readAll(stream);
   if (!chunk) return false;
   const auto reading = readHostState(*chunk, 0);
-  if (!reading || !isReadable(*reading)) return false;
+  if (!reading || !isWhole(*reading)) return false;
+  const auto bypass = bypassBehind(*chunk, reading->end);
+  if (!bypass) return false;
   effect.settings().restoreState(reading->state);
-  parameters.setBypassed(bypassBehind(*chunk, reading->end));
+  parameters.setBypassed(*bypass);
   return true;
 }
 

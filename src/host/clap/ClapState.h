@@ -20,7 +20,7 @@ class ClapState {
   bool save(const clap_ostream_t& stream) const;
 
   /// False, with everything as it was, where the stream fails or holds no state that this version
-  /// can read.
+  /// can read to its end.
   bool load(const clap_istream_t& stream);
 
  private:

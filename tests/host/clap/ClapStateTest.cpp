@@ -93,6 +93,24 @@ TEST(ClapState, OfAStreamThatFailsChangesNothing) {
   EXPECT_FALSE(one.save(full));
 }
 
+TEST(ClapState, ThatBreaksOffIsRefusedWhereverItDoes) {
+  ClapInstance one;
+  scatter(one);
+  const auto whole = one.state();
+  ClapInstance other;
+  const auto before = other.state();
+  const auto effectAlone = static_cast<std::ptrdiff_t>(whole.size() - 5);
+  const auto load = [&](std::ptrdiff_t length) {
+    return other.load({whole.begin(), whole.begin() + length});
+  };
+  for (std::ptrdiff_t length = 0; length < effectAlone; length += length < 160 ? 1 : 97) {
+    EXPECT_FALSE(load(length)) << length;
+  }
+  EXPECT_FALSE(load(effectAlone - 1));
+  for (std::ptrdiff_t behind = 1; behind < 5; ++behind) EXPECT_FALSE(load(effectAlone + behind));
+  EXPECT_EQ(other.state(), before);
+}
+
 TEST(ClapState, ThatIsNoneOrOfAnotherAgeIsRefused) {
   ClapInstance instance;
   scatter(instance);
