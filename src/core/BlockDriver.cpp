@@ -14,6 +14,8 @@ namespace {
 // Keeps the recursive parts of the wet path out of the denormal range.
 constexpr double kAntiDenormal = 1e-15;
 
+bool isNamed(double hostRate) noexcept { return std::isfinite(hostRate) && hostRate > 0.0; }
+
 void copyFinite(const double* src, double* dst, int count) noexcept {
   if (src == nullptr) {
     std::fill_n(dst, count, 0.0);
@@ -47,10 +49,26 @@ void Orvantesco::ProcessDoubleReplacing(double** inputs, double** outputs, int n
   }
 }
 
+void Orvantesco::prepareToPlay() {
+  const double hostRate = GetSampleRate();
+  if (isNamed(hostRate) && hostRate != initialisedRate) lastSeenSampleRate = -1.0;
+  followHostRate();
+}
+
+/// A bulk operation ends with a reset anyway, and works on the rings until then.
+void Orvantesco::resetAtOnce() {
+  const BulkGate::AudioPresence presence(gate);
+  if (gate.isShut()) return requestReset();
+  // A reset that waits would take the first frames behind this one with it.
+  carryOutRequests();
+  ResetDSP();
+  rings = {};
+}
+
 /// Whether the host names a rate at all; one that names none leaves the one in force.
 bool Orvantesco::followHostRate() {
   const double hostRate = GetSampleRate();
-  const bool named = std::isfinite(hostRate) && hostRate > 0.0;
+  const bool named = isNamed(hostRate);
   if (named && hostRate != lastSeenSampleRate) {
     InitForSampleRate(true);
     lastSeenSampleRate = hostRate;

@@ -95,10 +95,18 @@ class Orvantesco : public IPlugAAX {
   /// `ResetDSP` at the start of the next sub-block, whenever that is. Any thread.
   void requestReset() noexcept { globalRequests.post(kResetSignals); }
 
+  /// `ResetDSP` between two blocks: nothing from before is heard from the next frame on, and all
+  /// that comes in from there on is. While a bulk operation runs, which ends with a reset of its
+  /// own, it is a request. Neither locks nor allocates. Audio thread.
+  void resetAtOnce();
+
   /// Takes the host's rate ahead of the first block at it, and reports the latency, so that the
   /// block itself takes no memory. Control thread while no audio runs. Left out, the first block
   /// does it.
-  void prepareToPlay() { followHostRate(); }
+  ///
+  /// A rate that another instance has put in force meanwhile gives way to this one's. No block
+  /// does that: two that play at once would initialise each other in turn.
+  void prepareToPlay();
 
   /// `ResetDSP` behind a fade.
   void ResetWithFade();

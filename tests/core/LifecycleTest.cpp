@@ -118,6 +118,20 @@ TEST(Lifecycle, InstancesAtTwoRatesDoNotInitialiseEachOtherInTurn) {
   EXPECT_EQ(initialisedRate, 96000.0) << "and nobody takes it back";
 }
 
+TEST(Lifecycle, ComingBackToPlayTakesTheRateFromAnInstanceThatHasGone) {
+  EngineRig rig(48000.0);
+  rig.effect.prepareToPlay();
+  {
+    EngineRig passing(96000.0);
+    passing.effect.prepareToPlay();
+    ASSERT_EQ(orvantesco::sampleRate, 96000.0);
+  }
+  rig.effect.prepareToPlay();
+  EXPECT_EQ(orvantesco::sampleRate, 48000.0);
+  EXPECT_EQ(initialisedRate, 48000.0);
+  EXPECT_EQ(rig.host.latencySamples(), 80);
+}
+
 TEST(Lifecycle, ClearingDropsAllSound) {
   EngineRig rig;
   rig.set(kFeedback, 100);

@@ -64,7 +64,7 @@ void PluginBypass::prepare(int maxFrames, double rateHz) {
 }
 
 void PluginBypass::reset() noexcept {
-  engine.requestReset();
+  engine.resetAtOnce();
   for (DryHistory& channel : history) channel.clear();
 }
 

@@ -31,7 +31,7 @@ class PluginBypass {
   /// name already, and lets the effect take the rate and report its latency. No audio runs.
   void prepare(int maxFrames, double rateHz);
 
-  /// Forgets everything that sounds, without a fade.
+  /// Forgets everything that sounds, without a fade, from the next frame on.
   void reset() noexcept;
 
   /// One block, of any length; `block.bypass` is what the host wants from its first frame on.

@@ -7,11 +7,21 @@
 #include <limits>
 #include <memory>
 
+#include "fx/RateValues.h"
 #include "host/clap/ClapInstance.h"
 #include "host/clap/ClapRender.h"
 
 namespace orvantesco {
 namespace {
+
+/// The loudest frame of both channels from one on.
+double peakFrom(const StereoBuffer& sound, std::size_t first) {
+  double peak = 0.0;
+  for (std::size_t i = first; i < sound.size(); ++i) {
+    peak = std::max({peak, std::abs(sound.left[i]), std::abs(sound.right[i])});
+  }
+  return peak;
+}
 
 TEST(ClapLifecycle, NothingWorksBeforeInitAndNothingFalls) {
   ClapInstance raw{ClapInstance::Raw{}};
@@ -127,6 +137,22 @@ TEST(ClapLifecycle, ProperCallsAreNotReported) {
 }
 #endif
 
+TEST(ClapLifecycle, ActivatingPutsItsOwnRateBackInForce) {
+  ClapInstance instance;
+  instance.start(48000.0);
+  const StereoBuffer sound = noise(24000);
+  throughClap(instance, sound, {});
+  instance.stopProcessing();
+  instance.deactivate();
+  {
+    ClapInstance passing;
+    passing.activate(96000.0);
+  }
+  instance.start(48000.0);
+  EXPECT_EQ(sampleRate, 48000.0);
+  EXPECT_EQ(initialisedRate, 48000.0);
+}
+
 TEST(ClapLifecycle, ManyActivationsLeaveItAsGoodAsNew) {
   ClapInstance one;
   ClapInstance other;
@@ -139,13 +165,20 @@ TEST(ClapLifecycle, ManyActivationsLeaveItAsGoodAsNew) {
   one.start();
   other.start();
   const StereoBuffer sound = noise(20000);
-  EXPECT_EQ(throughClap(one, sound, {}).left.size(), throughClap(other, sound, {}).left.size());
-  // No echo of what was played at another time is left.
   StereoBuffer silence(24000);
+  // A new one begins with a fade in.
+  for (ClapInstance* instance : {&one, &other}) throughClap(*instance, silence, {});
+  StereoBuffer apart = throughClap(one, sound, {});
+  const StereoBuffer heard = throughClap(other, sound, {});
+  for (std::size_t i = 0; i < sound.size(); ++i) {
+    apart.left[i] -= heard.left[i];
+    apart.right[i] -= heard.right[i];
+  }
+  EXPECT_LT(peakFrom(apart, 0), 1e-9);
+  // No echo of what was played at another time is left.
   one.deactivate();
   one.start();
-  const StereoBuffer after = throughClap(one, silence, {});
-  EXPECT_LT(*std::max_element(after.left.begin(), after.left.end()), 1e-9);
+  EXPECT_LT(peakFrom(throughClap(one, silence, {}), 0), 1e-9);
 }
 
 TEST(ClapLifecycle, AResetSilencesTheEchoes) {
@@ -153,13 +186,38 @@ TEST(ClapLifecycle, AResetSilencesTheEchoes) {
   instance.start();
   throughClap(instance, noise(48000), {});
   instance.reset();
-  StereoBuffer silence(48000);
-  const StereoBuffer after = throughClap(instance, silence, {});
-  // What was rendered before the reset may leave with the sub-block of 32 frames it belongs to.
-  const auto loudest =
-      std::max_element(after.left.begin() + 32, after.left.end(),
-                       [](double a, double b) { return std::abs(a) < std::abs(b); });
-  EXPECT_LT(std::abs(*loudest), 1e-9);
+  EXPECT_LT(peakFrom(throughClap(instance, StereoBuffer(48000), {}), 0), 1e-9);
+}
+
+TEST(ClapLifecycle, AResetKeepsNothingFromBeforeAndLosesNothingFromBehind) {
+  ClapInstance instance;
+  instance.start();
+  instance.in.value(0, kWetLevel, 0.0);
+  const int latency = 80;
+  for (const std::size_t before : {48000u, 1013u, 31u, 32u, 1u}) {
+    throughClap(instance, noise(before), {});
+    instance.reset();
+    StereoBuffer impulse(1024);
+    impulse.left[0] = impulse.right[0] = 0.5;
+    const StereoBuffer after = throughClap(instance, impulse, {});
+    for (std::size_t i = 0; i < after.size(); ++i) {
+      const bool isImpulse = i == latency;
+      ASSERT_EQ(std::abs(after.left[i]) > 0.1, isImpulse) << before << " " << i;
+      ASSERT_EQ(std::abs(after.right[i]) > 1e-9, isImpulse) << before << " " << i;
+    }
+  }
+}
+
+TEST(ClapLifecycle, AResetTakesABlockNoMatterWhereTheLastOneEnded) {
+  ClapInstance instance;
+  instance.start();
+  const StereoBuffer sound = noise(9600);
+  throughClap(instance, noise(48000), {});
+  instance.reset();
+  const StereoBuffer once = throughClap(instance, sound, {});
+  throughClap(instance, noise(48017), {});
+  instance.reset();
+  EXPECT_TRUE(throughClap(instance, sound, {}).left == once.left);
 }
 
 }  // namespace
