@@ -38,7 +38,10 @@ bool init(const clap_plugin_t* plugin) {
   return onInstance(plugin, false, [](ClapPlugin& instance) { return instance.init(); });
 }
 
-void destroy(const clap_plugin_t* plugin) { delete ClapPlugin::behind(plugin); }
+void destroy(const clap_plugin_t* plugin) {
+  expectMain(plugin, "destroy");
+  delete ClapPlugin::behind(plugin);
+}
 
 bool activate(const clap_plugin_t* plugin, double rateHz, std::uint32_t minFrames,
               std::uint32_t maxFrames) {
@@ -84,12 +87,14 @@ void onMainThread(const clap_plugin_t* plugin) {
 // ---- audio ports ----
 
 std::uint32_t countPorts(const clap_plugin_t* plugin, bool isInput) {
+  expectMain(plugin, "audio_ports.count");
   return onInstance(
       plugin, 0u, [&](const ClapPlugin& instance) { return instance.audioPorts().count(isInput); });
 }
 
 bool getPort(const clap_plugin_t* plugin, std::uint32_t place, bool isInput,
              clap_audio_port_info_t* info) {
+  expectMain(plugin, "audio_ports.get");
   return onInstance(plugin, false, [&](const ClapPlugin& instance) {
     return info != nullptr && instance.audioPorts().describe(place, isInput, *info);
   });
@@ -97,11 +102,13 @@ bool getPort(const clap_plugin_t* plugin, std::uint32_t place, bool isInput,
 
 constexpr clap_plugin_audio_ports_t audioPorts{countPorts, getPort};
 
-std::uint32_t countLayouts(const clap_plugin_t*) {
+std::uint32_t countLayouts(const clap_plugin_t* plugin) {
+  expectMain(plugin, "audio_ports_config.count");
   return static_cast<std::uint32_t>(ClapPorts::layouts.size());
 }
 
-bool getLayout(const clap_plugin_t*, std::uint32_t place, ClapAudioPortsConfig* config) {
+bool getLayout(const clap_plugin_t* plugin, std::uint32_t place, ClapAudioPortsConfig* config) {
+  expectMain(plugin, "audio_ports_config.get");
   return config != nullptr && ClapPorts::describeLayout(place, *config);
 }
 

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "host/binding/ParameterModule.h"
+#include "host/binding/ParameterText.h"
 #include "params/IParam.h"
-#include "params/ParamText.h"
 #include "params/PlainText.h"
 
 namespace orvantesco {
@@ -111,7 +111,7 @@ bool ClapParameters::writeText(clap_id id, double value, std::span<char> text) c
   }
   const IParam* const param = find(id);
   if (param == nullptr) return false;
-  put(displayText(*param, plainOf(*param, value)), text);
+  put(parameterText(*effect.bank, static_cast<int>(id), plainOf(*param, value)), text);
   return true;
 }
 
@@ -120,7 +120,7 @@ std::optional<double> ClapParameters::valueOfText(clap_id id, const char* text) 
   if (id == bypassId) return bypassOfText(text);
   const IParam* const param = find(id);
   if (param == nullptr) return std::nullopt;
-  const auto plain = valueOfDisplayText(*param, text);
+  const auto plain = parameterValue(*effect.bank, static_cast<int>(id), text);
   if (!plain) return std::nullopt;
   return hostValueOf(*param, *plain);
 }
@@ -141,6 +141,7 @@ bool ClapParameters::set(clap_id id, double value) noexcept {
 double ClapParameters::valueOf(const HostChange& change) const noexcept {
   const IParam* const param = effect.GetParam(change.paramIdx);
   if (param == nullptr) return 0.0;
+  if (change.kind == HostChange::Kind::follow) return hostValueOf(*param, param->value());
   return isStepped(*param) ? param->fromNormalized(change.normalized) : change.normalized;
 }
 

@@ -43,7 +43,8 @@ class ClapParameters {
   /// does not: a host that brings back what it has read is no user. Takes no memory and no lock.
   bool set(clap_id id, double value) noexcept;
 
-  /// The value of a change that the plug-in tells the host.
+  /// The value of a change that the plug-in tells the host; of what followed from another
+  /// parameter the present one, since whatever moved it later was told before.
   double valueOf(const HostChange& change) const noexcept;
 
   bool isBypassed() const noexcept { return bypassed; }

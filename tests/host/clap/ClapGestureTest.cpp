@@ -80,6 +80,16 @@ TEST(ClapGesture, AutomationIsNotEchoedButItsConsequenceIs) {
   EXPECT_EQ(instance.host.flushRequests, requests);
 }
 
+TEST(ClapGesture, AConsequenceIsToldAsItStandsWhenItIsTold) {
+  ClapInstance instance;
+  instance.start();
+  instance.in.value(0, kLfoSync, 1.0);
+  instance.in.value(1, kLfoRate, 0.9);
+  throughClap(instance, StereoBuffer(64), {});
+  ASSERT_EQ(instance.out.told.size(), 1u);
+  EXPECT_EQ(instance.out.told[0].value, instance.value(kLfoRate));
+}
+
 /// A live value is a person's: it changes the effect, which automation never does.
 TEST(ClapGesture, AnEffectIsChosenByAPersonAndNotByAutomation) {
   const auto soundWith = [](std::uint32_t flags) {

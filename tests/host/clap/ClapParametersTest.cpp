@@ -7,6 +7,7 @@
 #include <cstring>
 #include <set>
 
+#include "core/EffectMenu.h"
 #include "host/clap/ClapInstance.h"
 #include "host/clap/ClapParameters.h"
 
@@ -90,6 +91,18 @@ TEST(ClapParameters, WhatIsShownCanBeTypedIn) {
       ASSERT_TRUE(instance.params().text_to_value(instance.plugin, info.id, text.c_str(), &typed))
           << info.name << ": " << text;
       EXPECT_EQ(instance.text(info.id, typed), text) << info.name;
+    }
+  }
+}
+
+TEST(ClapParameters, AnEffectHasTheNameThatTheMenuOfItsStageGivesIt) {
+  const ClapInstance instance;
+  for (const int index : {kFxTypePre, kFxTypeFeedback + 1, kFxTypePost + 3}) {
+    const auto id = static_cast<clap_id>(index);
+    const LabelList menu = effectMenuOf(index);
+    for (std::size_t entry = 0; entry < menu.size(); ++entry) {
+      EXPECT_EQ(instance.text(id, static_cast<double>(entry)), menu[entry]);
+      EXPECT_EQ(fromText(instance, id, menu[entry]), static_cast<double>(entry));
     }
   }
 }
