@@ -152,7 +152,7 @@ std::variant<std::string, FileError> readFile(const std::string& path, std::size
     if (got == 0) return content;
     content.append(piece, 0, static_cast<std::size_t>(got));
     if (content.size() > limitBytes) {
-      return FileError{"is longer than " + std::to_string(limitBytes) + " bytes"};
+      return FileError{"is longer than " + std::to_string(limitBytes) + " bytes", true};
     }
   }
 }

@@ -10,6 +10,7 @@ namespace orvantesco {
 /// Why a file could not be read or written: a line without its end that does not name the file.
 struct FileError {
   std::string message;
+  bool isTooLong = false;  ///< it could be read, but is longer than whoever asks wants to know
 };
 
 /// The whole content of a regular file of at most `limitBytes`. Control threads.

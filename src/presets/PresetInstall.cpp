@@ -29,7 +29,7 @@ void install(const FactoryPreset& preset, const std::string& path, PresetInstall
 
 }  // namespace
 
-PresetInstallReport installPresets(const PresetFolders& folders) {
+PresetInstallReport installPresets(const PresetFolders& folders, const std::stop_token& stop) {
   PresetInstallReport report;
   if (folders.presetRootPath.empty()) {
     report.faults.emplace_back("presets: there is no folder for the data of applications");
@@ -40,6 +40,7 @@ PresetInstallReport installPresets(const PresetFolders& folders) {
   std::string_view folder;
   bool isMade = true;
   for (const FactoryPreset& preset : factoryPresets()) {
+    if (stop.stop_requested()) break;
     if (preset.folder != folder) {
       folder = preset.folder;
       isMade = makeFolder(folders.factoryPresetPath() + "/" + std::string(folder), report);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ struct PresetInstallReport {
 
 /// Makes the folders of the library and writes the shipped presets that are missing. What is there
 /// stays as it is. Goes on after a failure. Control threads, any number of processes at once.
-PresetInstallReport installPresets(const PresetFolders& folders);
+/// Ends between two presets when it is asked to stop.
+PresetInstallReport installPresets(const PresetFolders& folders, const std::stop_token& stop = {});
 
 }  // namespace orvantesco

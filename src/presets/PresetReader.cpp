@@ -173,7 +173,8 @@ PresetResult parsePreset(std::string_view text) {
 PresetResult readPreset(const std::string& path) {
   const auto content = readFile(path, kLargestPresetBytes);
   if (const auto* error = std::get_if<FileError>(&content)) {
-    return PresetError{PresetError::Kind::noFile, "cannot be read: " + error->message};
+    const auto kind = error->isTooLong ? PresetError::Kind::wrongFile : PresetError::Kind::noFile;
+    return PresetError{kind, "cannot be read: " + error->message};
   }
   return parsePreset(std::get<std::string>(content));
 }

@@ -280,7 +280,7 @@ TEST(PresetReader, ALongerFileIsRefused) {
   const PresetResult result = readPreset(folder.write("a.txt", text));
   const auto* error = std::get_if<PresetError>(&result);
   ASSERT_NE(error, nullptr);
-  EXPECT_EQ(error->kind, PresetError::Kind::noFile);
+  EXPECT_EQ(error->kind, PresetError::Kind::wrongFile);
   EXPECT_EQ(error->message, "cannot be read: is longer than 1000000 bytes");
 }
 

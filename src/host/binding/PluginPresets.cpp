@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <system_error>
 
 #include "presets/PresetInstall.h"
 #include "presets/PresetLookup.h"
@@ -12,24 +13,27 @@ namespace orvantesco {
 PluginPresets::PluginPresets(Orvantesco& effect, PresetLibrary& library, PresetPrompts& prompts)
     : engine(effect), presetLibrary(library), connection(effect, library, prompts) {}
 
-PluginPresets::~PluginPresets() {
-  if (preparing.joinable()) preparing.join();
-}
-
-void PluginPresets::start() {
-  preparing = std::thread([this] { prepareLibrary(); });
+void PluginPresets::start() noexcept try {
+  preparing = std::jthread([this](const std::stop_token& stop) { prepareLibrary(stop); });
+} catch (const std::system_error& failure) {
+  std::fprintf(stderr, "preset library: %s\n", failure.what());
 }
 
 PresetBrowser& PluginPresets::browser() {
-  if (preparing.joinable()) preparing.join();
+  if (preparing.joinable()) {
+    preparing.join();
+  } else if (!isPrepared) {
+    prepareLibrary({});
+  }
   return connection.browser();
 }
 
 /// Nothing may leave the thread that it runs on: the host would end with it.
-void PluginPresets::prepareLibrary() try {
-  const PresetInstallReport report = installPresets(presetLibrary.folders());
+void PluginPresets::prepareLibrary(const std::stop_token& stop) try {
+  isPrepared = true;
+  const PresetInstallReport report = installPresets(presetLibrary.folders(), stop);
   for (const std::string& fault : report.faults) std::fprintf(stderr, "%s\n", fault.c_str());
-  connection.browser().buildPresetMenu();
+  if (!stop.stop_requested()) connection.browser().buildPresetMenu();
 } catch (const std::exception& failure) {
   std::fprintf(stderr, "preset library: %s\n", failure.what());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stop_token>
 #include <string>
 #include <thread>
 
@@ -20,10 +21,8 @@ class PluginPresets {
   PluginPresets(Orvantesco& effect, PresetLibrary& library, PresetPrompts& prompts);
   PluginPresets(const PluginPresets&) = delete;
   PluginPresets& operator=(const PluginPresets&) = delete;
-  ~PluginPresets();
-
-  /// Comes once.
-  void start();
+  /// Comes once. Where the system gives no thread, the folders are scanned when the menu is wanted.
+  void start() noexcept;
 
   /// The actions of the editor's preset menu, once the folders are scanned: waits for that.
   /// Editor's thread.
@@ -35,12 +34,13 @@ class PluginPresets {
   std::string apply(const std::string& preset);
 
  private:
-  void prepareLibrary();
+  void prepareLibrary(const std::stop_token& stop);
 
   Orvantesco& engine;
   PresetLibrary& presetLibrary;
   PresetConnection connection;
-  std::thread preparing;
+  bool isPrepared = false;  ///< the thread's until it is joined
+  std::jthread preparing;   ///< asked to stop, and waited for, when this ends
 };
 
 }  // namespace orvantesco

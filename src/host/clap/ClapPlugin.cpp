@@ -118,6 +118,7 @@ clap_process_status ClapPlugin::process(const clap_process_t& block) noexcept {
   for (std::uint32_t i = 0; i < block.audio_outputs_count; ++i) {
     block.audio_outputs[i].constant_mask = 0;
   }
+  initialised->tail.tempoIs(port.tempo());
   const clap_process_status status = initialised->tail.status();
   if (initialised->tail.hasNews()) host.tailChanged();
   return status;

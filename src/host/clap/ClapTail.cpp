@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <utility>
 
 #include "host/binding/TailTime.h"
 
@@ -11,6 +10,10 @@ namespace orvantesco {
 namespace {
 
 constexpr std::uint32_t kEndless = std::numeric_limits<std::int32_t>::max();
+
+std::uint32_t framesIn(std::uint64_t counted) noexcept {
+  return static_cast<std::uint32_t>(counted);
+}
 
 bool isQuiet(const double* samples, int frames) noexcept {
   return std::all_of(samples, samples + frames,
@@ -26,21 +29,22 @@ bool areQuiet(double* const* channels, int channelCount, int frames) noexcept {
 
 void ClapTail::prepare(double rateHz) noexcept {
   rate = rateHz;
-  outdated = true;
+  settings.fetch_add(1, std::memory_order_relaxed);
   forget();
 }
 
 std::uint32_t ClapTail::frames() noexcept {
-  if (outdated) {
-    outdated = false;
-    const double tail = std::ceil(tailSeconds(effect) * rate) + effect.latency;
-    tailFrames = tail < kEndless ? static_cast<std::uint32_t>(tail) : kEndless;
-  }
-  return tailFrames;
+  const std::uint64_t now = settings.load(std::memory_order_relaxed);
+  const std::uint64_t known = counted;
+  if (known >> 32 == now) return framesIn(known);
+  const double tail = std::ceil(tailSeconds(effect) * rate) + effect.latency;
+  const std::uint32_t found = tail < kEndless ? static_cast<std::uint32_t>(tail) : kEndless;
+  counted = now << 32 | found;
+  return found;
 }
 
 bool ClapTail::hasNews() noexcept {
-  const std::uint32_t now = tailFrames;
+  const std::uint32_t now = framesIn(counted);
   return std::exchange(lastNews, now) != now;
 }
 

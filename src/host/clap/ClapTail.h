@@ -1,10 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <utility>
 
 #include "core/Orvantesco.h"
 #include "fx/Shared.h"
 #include "host/ChannelRecord.h"
+#include "host/HostTimeInfo.h"
 #include "host/clap/ClapApi.h"
 
 namespace orvantesco {
@@ -28,7 +31,13 @@ class ClapTail {
   /// A parameter has moved. Any thread.
   void settingsChanged() noexcept {
     moved = true;
-    outdated = true;
+    settings.fetch_add(1, std::memory_order_relaxed);
+  }
+
+  /// The tempo that the last block ended with, which the lengths of synced delays follow. Audio
+  /// thread.
+  void tempoIs(double beatsPerMinute) noexcept {
+    if (std::exchange(lastTempo, beatsPerMinute) != beatsPerMinute) settingsChanged();
   }
 
   /// Frames, latency and all, until what sounds has faded, as the standard counts them: INT32_MAX
@@ -53,9 +62,12 @@ class ClapTail {
 
   const Orvantesco& effect;
   double rate = 44100.0;
-  Shared<bool> outdated{true};  ///< `tailFrames` is of other settings
-  Shared<bool> moved{false};    ///< settings changed since the last `status`
-  Shared<std::uint32_t> tailFrames{0};
+  Shared<bool> moved{false};  ///< settings changed since the last `status`
+  std::atomic<std::uint32_t> settings{1};
+  /// Frames, and above them the `settings` that they were counted for, in one word: who counts
+  /// late for old settings is found out by the next question.
+  Shared<std::uint64_t> counted{0};
+  double lastTempo = HostTimeInfo{}.tempo;
   std::uint32_t lastNews = 0;
   std::int64_t quietInput = 0;
   std::int64_t quietOutput = 0;

@@ -4,10 +4,12 @@
 
 #include <atomic>
 #include <filesystem>
+#include <stop_token>
 #include <thread>
 
 #include "params/ParamIndex.h"
 #include "presets/FactoryPresets.h"
+#include "presets/PresetInstall.h"
 #include "support/EngineRig.h"
 #include "support/PresetTree.h"
 
@@ -35,6 +37,23 @@ TEST(PluginPresets, InstallsWhatIsMissingAndListsIt) {
   EXPECT_GE(rig.presets.browser().menu().selectedPath().size(), 0u);
   EXPECT_GE(rig.library.catalogue()->presetOrder.size(), factoryPresets().size());
   EXPECT_EQ(rig.tree.content(first.relativePath()), first.text);
+}
+
+/// A host that looks at a plug-in and drops it does not wait for a library to be written.
+TEST(PluginPresets, EndsBetweenTwoFiles) {
+  PresetTree tree;
+  std::stop_source stopped;
+  stopped.request_stop();
+  const PresetInstallReport report = installPresets(tree.folders(), stopped.get_token());
+  EXPECT_EQ(report.written, 0);
+  EXPECT_TRUE(report.faults.empty());
+}
+
+TEST(PluginPresets, ListTheLibraryWhenTheMenuIsWantedWithoutAStart) {
+  PresetsRig rig;
+  rig.presets.browser();
+  ASSERT_NE(rig.library.catalogue(), nullptr);
+  EXPECT_GE(rig.library.catalogue()->presetOrder.size(), factoryPresets().size());
 }
 
 TEST(PluginPresets, TouchesNoDiskBeforeItStarts) {
@@ -90,6 +109,7 @@ TEST(PluginPresets, ServesManyInstancesAtOnce) {
       const FactoryPreset& last = factoryPresets().back();
       const std::string name = std::string(last.folder) + "/" + std::string(last.name);
       if (presets.apply(name).empty()) ++served;
+      presets.browser();
     });
   }
   for (std::thread& host : hosts) host.join();

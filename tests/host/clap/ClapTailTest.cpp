@@ -129,6 +129,16 @@ TEST(ClapTail, IsNoneOfSettingsThatMove) {
   EXPECT_EQ(play(instance, 0.0), CLAP_PROCESS_TAIL);
 }
 
+TEST(ClapTail, FollowsTheTempo) {
+  ClapInstance instance;
+  instance.start();
+  const StereoBuffer silence(4096);
+  throughClap(instance, silence, {.tempo = 120.0});
+  const std::uint32_t fast = tailOf(instance);
+  throughClap(instance, silence, {.tempo = 60.0});
+  EXPECT_NEAR(tailOf(instance), 2.0 * fast, 0.2 * fast);
+}
+
 TEST(ClapTail, IsToldAnewWhereItHasChanged) {
   ClapInstance instance;
   instance.start();
