@@ -34,8 +34,10 @@ presets-check: all ## listen to every factory preset, draw docs/presets.png; fai
 	@$(INSTALL) demo pictures presets
 	@scripts/check-presets --jobs $(JOBS) --sheet docs/presets.png
 
-hosts-check: plugins all ## play presets in Ardour, without a screen, and compare with the program
+hosts-check: plugins all ## play presets in Ardour and under JACK, without a screen, and compare with the program
 	@$(INSTALL) hosts presets
+	@cmake --preset release -DORVANTESCO_BENCH=OFF -DORVANTESCO_PLUGINS=ON
+	@$(BUILD) release --target jack-player
 	@scripts/check-hosts
 
 test: ## build everything and run every test

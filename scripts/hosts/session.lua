@@ -1,8 +1,8 @@
 -- Plays the plug-in in a session of its own: builds it, or opens the one that was saved, and exports
--- every case. scripts/check-hosts writes the table PLAN in front of this.
+-- every case. scripts/hosts/ardour.py writes the table PLAN in front of this.
 
-local function route (name)
-  local list = Session:new_audio_route (2, 2, nil, 1, name,
+local function route (name, channels)
+  local list = Session:new_audio_route (channels, channels, nil, 1, name,
     ARDOUR.PresentationInfo.Flag.AudioBus, ARDOUR.PresentationInfo.max_order)
   for r in list:iter () do return r end
 end
@@ -12,6 +12,14 @@ local function add (r, name, kind, position)
   assert (not processor:isnil (), name .. " does not load")
   assert (r:add_processor_by_index (processor, position, nil, true) == 0, name .. " is refused")
   return processor
+end
+
+-- A second voice, which only the side chain hears.
+local function side_route ()
+  local side = route ("side", 1)
+  add (side, "Orvantesco Check Signal", ARDOUR.PluginType.Lua, 0)
+  side:output ():audio (0):disconnect_all ()
+  return side
 end
 
 -- The engine runs in real time, a fresh effect fades in, and an LFO that follows the song shall
@@ -30,14 +38,48 @@ local function export (name)
   assert (run:run_export (), "the export of " .. name .. " failed")
 end
 
-local function play (wet, name)
-  local fx = add (wet, PLAN.plugin, ARDOUR.PluginType.LV2, 1)
+local function connect_side_chain (wet, fx, side)
+  assert (wet:add_sidechain (fx), "no side chain")
+  local port = fx:to_insert ():sidechain_input ():audio (0)
+  assert (port:connect (side:output ():audio (0):name ()) == 0, "no way to the side chain")
+end
+
+-- The number of a parameter among the controls, by its name. Ports that go out are errors.
+local function number_of (fx, name)
+  for n = 0, 1200 do
+    local is_input, list, _, range = pcall (ARDOUR.LuaAPI.plugin_automation, fx, n)
+    if is_input and not list:isnil () and range.label == name then return n end
+  end
+  error ("no parameter " .. name)
+end
+
+-- VST3 counts from 0 to 1, LV2 as the effect does.
+local function automate (fx, move)
+  local n = number_of (fx, move.name)
+  local list, points, range = ARDOUR.LuaAPI.plugin_automation (fx, n)
+  list:set_interpolation (Evoral.InterpolationStyle.Discrete)
+  for _, point in ipairs (move.points) do
+    local value = range.lower + point[2] * (range.upper - range.lower)
+    points:add (Temporal.timepos_t (point[1]), value, false, false)
+  end
+  local id = fx:to_insert ():plugin (0):nth_parameter (n, false)
+  local parameter = Evoral.Parameter (ARDOUR.AutomationType.PluginAutomation, 0, id)
+  local control = fx:to_automatable ():automation_control (parameter, false)
+  control:set_automation_state (ARDOUR.AutoState.Play)
+end
+
+local function play (wet, side, case)
+  local began = ARDOUR.LuaAPI.monotonic_time ()
+  local fx = add (wet, PLAN.plugin, ARDOUR.PluginType[PLAN.kind], 1)
+  print (string.format ("loaded in %d us", ARDOUR.LuaAPI.monotonic_time () - began))
   local plugin = fx:to_insert ():plugin (0)
-  local preset = plugin:preset_by_label (name)
-  assert (preset and preset.valid, "no preset " .. name)
-  assert (plugin:load_preset (preset), "preset " .. name .. " is refused")
+  local preset = plugin:preset_by_label (case.name)
+  assert (preset and preset.valid, "no preset " .. case.name)
+  assert (plugin:load_preset (preset), "preset " .. case.name .. " is refused")
+  if case.side then connect_side_chain (wet, fx, side) end
+  if case.move then automate (fx, case.move) end
   settle ()
-  export (name)
+  export (case.name)
   return fx
 end
 
@@ -51,12 +93,13 @@ else
   local map = Temporal.TempoMap.fetch_writable ()
   map:set_tempo (Temporal.Tempo (PLAN.tempo, PLAN.tempo, 4), Temporal.timepos_t (0))
   Temporal.TempoMap.update (map)
-  local wet = route ("wet")
+  local side = side_route ()
+  local wet = route ("wet", 2)
   add (wet, "Orvantesco Check Signal", ARDOUR.PluginType.Lua, 0)
   local last
-  for _, name in ipairs (PLAN.cases) do
+  for _, case in ipairs (PLAN.cases) do
     if last then wet:remove_processor (last, nil, true) end
-    last = play (wet, name)
+    last = play (wet, side, case)
   end
   Session:save_state ("")
 end

@@ -1,0 +1,150 @@
+"""Ardour without a screen, in a home of its own."""
+import base64
+import os
+import pathlib
+import re
+import shutil
+import struct
+import subprocess
+import time
+
+import soundfile as sf
+
+from hosts.cases import RATE, SECONDS, TEMPO
+
+HERE = pathlib.Path(__file__).resolve().parent
+ARDOUR = pathlib.Path("/usr/lib/ardour7")
+ARDOUR_DATA = pathlib.Path("/usr/share/ardour7")
+URI = "urn:qlm-works:orvantesco"
+EXPORT_PRESET = "0b1d9b3c-6a7e-4c53-9a3e-5d3f0f6f8b11"
+FLOAT_FORMAT = "20b4ab09-6452-4cb3-bd66-b921cdbd2942"
+PREFIXES = "".join(f"@prefix {name}: <{uri}> .\n" for name, uri in (
+    ("lv2", "http://lv2plug.in/ns/lv2core#"),
+    ("pset", "http://lv2plug.in/ns/ext/presets#"),
+    ("rdfs", "http://www.w3.org/2000/01/rdf-schema#"),
+    ("state", "http://lv2plug.in/ns/ext/state#")))
+
+
+def lua(value):
+    if isinstance(value, dict):
+        return "{" + ", ".join(f"{k} = {lua(v)}" for k, v in value.items()) + "}"
+    if isinstance(value, (list, tuple)):
+        return "{" + ", ".join(map(lua, value)) + "}"
+    if isinstance(value, bool):
+        return str(value).lower()
+    return f'"{value}"' if isinstance(value, str) else str(value)
+
+
+def plan_of(case):
+    plan = {"name": case.label, "side": case.sideChain}
+    if case.move:
+        plan["move"] = {"name": case.move.name, "points": case.move.points}
+    return plan
+
+
+class Ardour:
+    """Plays one format of the plug-in. `offer` gives it states as presets."""
+
+    def __init__(self, folder, plugins, kind):
+        self.folder = folder
+        self.kind = kind
+        self.home = folder / "home"
+        self.out = folder / "out"
+        self.out.mkdir(parents=True)
+        self.seconds = {}
+        config = self.home / ".config/ardour7"
+        (config / "export").mkdir(parents=True)
+        (config / "scripts").mkdir()
+        shutil.copy(HERE / "signal.lua", config / "scripts")
+        preset = (ARDOUR_DATA / "export/wav.preset").read_text()
+        ids = iter((EXPORT_PRESET, FLOAT_FORMAT))
+        preset = re.sub(r'(<ExportPreset id=|<ExportFormat id=)"[^"]*"',
+                        lambda m: f'{m[1]}"{next(ids)}"', preset)
+        (config / "export/float.preset").write_text(preset)
+        self.environment = dict(
+            os.environ, HOME=str(self.home), XDG_DATA_HOME=str(self.home / ".local/share"),
+            XDG_CONFIG_HOME=str(self.home / ".config"), XDG_CACHE_HOME=str(self.home / ".cache"),
+            LV2_PATH=str(self.home / ".lv2"), LD_LIBRARY_PATH=str(ARDOUR),
+            ARDOUR_DLL_PATH=str(ARDOUR), ARDOUR_DATA_PATH=str(ARDOUR_DATA),
+            ARDOUR_CONFIG_PATH="/etc/ardour7")
+        self.install(plugins)
+
+    def run(self, **more):
+        plan = {"exportPreset": EXPORT_PRESET, "folder": str(self.out), "plugin": self.plugin,
+                "kind": self.kind, "session": str(self.folder / "session"),
+                "frames": SECONDS * RATE, "rate": RATE, "tempo": TEMPO, **more}
+        script = self.folder / "plan.lua"
+        script.write_text(f"PLAN = {lua(plan)}\n" + (HERE / "session.lua").read_text())
+        done = subprocess.run([ARDOUR / "luasession", script], env=self.environment, text=True,
+                              capture_output=True, timeout=120)
+        if done.returncode != 0 or "\nError:" in "\n" + done.stdout:
+            raise SystemExit(done.stdout + done.stderr)
+        if loaded := re.search(r"^loaded in (\d+) us$", done.stdout, re.MULTILINE):
+            self.seconds["load"] = int(loaded[1]) / 1e6
+
+    def play(self, cases):
+        self.run(cases=[plan_of(case) for case in cases])
+
+    def reload(self):
+        self.run(reload="again")
+
+    def sound(self, name):
+        return sf.read(self.out / (name + ".wav"))[0]
+
+
+class Lv2InArdour(Ardour):
+    plugin = URI
+
+    def __init__(self, folder, plugins):
+        super().__init__(folder, plugins, "LV2")
+
+    def install(self, plugins):
+        shutil.copytree(plugins / "Orvantesco.lv2", self.home / ".lv2/Orvantesco.lv2")
+
+    def offer(self, states):
+        """States by label, as presets of the plug-in."""
+        bundle = self.home / ".lv2/Check.lv2"
+        bundle.mkdir()
+        manifest = PREFIXES
+        for number, (label, state) in enumerate(states.items()):
+            about = (f'<urn:check:{number}> a pset:Preset ; lv2:appliesTo <{URI}> ;'
+                     f' rdfs:label "{label}"')
+            manifest += f"{about} ; rdfs:seeAlso <{number}.ttl> .\n"
+            text = base64.b64encode(state).decode()
+            (bundle / f"{number}.ttl").write_text(
+                f'{PREFIXES}{about} ; state:state [ <{URI}#state> "{text}" ] .\n')
+        (bundle / "manifest.ttl").write_text(manifest)
+
+
+class Vst3InArdour(Ardour):
+    plugin = "Orvantesco"
+
+    def __init__(self, folder, plugins):
+        super().__init__(folder, plugins, "VST3")
+
+    def install(self, plugins):
+        bundle = self.home / ".vst3/Orvantesco.vst3"
+        shutil.copytree(plugins / "Orvantesco.vst3", bundle)
+        began = time.monotonic()
+        done = subprocess.run([ARDOUR / "ardour-vst3-scanner", "-f", bundle],
+                              env=self.environment, text=True, capture_output=True, timeout=60)
+        self.seconds["scan"] = time.monotonic() - began
+        found = list((self.home / ".cache/ardour7").rglob("*.v3i"))
+        if not found:
+            raise SystemExit(f"Ardour's scanner finds no plug-in\n{done.stdout}{done.stderr}")
+        self.classId = re.search(r'uid="([0-9A-F]{32})"', found[0].read_text())[1]
+
+    def offer(self, states):
+        """States by label, as files of presets: a header, what the plug-in reads, and an index."""
+        folder = self.home / ".vst3/presets/qlm-works/Orvantesco"
+        folder.mkdir(parents=True)
+        for label, state in states.items():
+            words = (b"__dpf_state_begin__", b"state", base64.b64encode(state),
+                     b"__dpf_state_end__")
+            content = b"".join(word + b"\0" for word in words) + b"\xfe"
+            header = 4 + 4 + 32 + 8
+            (folder / f"{label}.vstpreset").write_bytes(
+                b"VST3" + struct.pack("<i", 1) + self.classId.encode()
+                + struct.pack("<q", header + len(content)) + content
+                + b"List" + struct.pack("<i", 1)
+                + b"Comp" + struct.pack("<qq", header, len(content)))
