@@ -44,3 +44,9 @@ class Program:
         file.write_text("".join(f"{frame / RATE!r},{case.move.name},{share * case.move.most}\n"
                                 for frame, share in case.move.points))
         return file
+
+    def preset_of(self, state, file):
+        """A preset file with the settings of a state."""
+        subprocess.run([self.program, "preset", "save", "-o", file, "--state", state], check=True,
+                       stdout=subprocess.DEVNULL)
+        return file
