@@ -22,6 +22,7 @@
 #include "core/SettingsStore.h"
 #include "core/Slot.h"
 #include "core/StateMigration.h"
+#include "core/StereoPointers.h"
 #include "core/TempoTracker.h"
 #include "core/TriggerFlags.h"
 #include "delay/TapPatterns.h"
@@ -32,18 +33,6 @@
 #include "master/MasterEffectFactory.h"
 
 namespace orvantesco {
-
-/// Two channels that are only read.
-struct StereoInput {
-  const double* left = nullptr;
-  const double* right = nullptr;
-};
-
-/// Two channels that are worked on. Either may be null where one channel alone is meant.
-struct StereoPointers {
-  double* left = nullptr;
-  double* right = nullptr;
-};
 
 struct SlotPass;
 struct TapPlan;
