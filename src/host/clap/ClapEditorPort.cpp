@@ -1,12 +1,27 @@
 #include "host/clap/ClapEditorPort.h"
 
+#include <cmath>
 #include <string>
 
-#include "params/ParamIndex.h"
+#include "fx/EffectCatalogue.h"
+#include "params/IParam.h"
 
 namespace orvantesco {
+namespace {
 
-void ClapEditorPort::noteChoice(int position) noexcept {
+constexpr int kFirstPost = numPositions - numSlots;
+
+}  // namespace
+
+bool ClapEditorPort::runsAnother(Orvantesco& effect, int position) const noexcept {
+  const auto stage = static_cast<EffectStage>(position / numSlots);
+  const auto chosen = std::lround(effect.GetParam(fxTypeIndex(position))->value());
+  const int typeId = effectTypeIdAt(stage, static_cast<int>(chosen));
+  return typeId != running[static_cast<std::size_t>(position)].load(std::memory_order_relaxed);
+}
+
+void ClapEditorPort::noteChoice(Orvantesco& effect, int position) noexcept {
+  if (!runsAnother(effect, position)) return;
   choices.fetch_or(1u << position, std::memory_order_relaxed);
   port.postDuty(ClapHostPort::kBuildEffects);
 }
@@ -15,7 +30,7 @@ void ClapEditorPort::carryOutChoices(Orvantesco& effect) {
   const unsigned waiting = choices.exchange(0, std::memory_order_relaxed);
   committer = std::this_thread::get_id();
   for (int position = 0; position < numPositions; ++position) {
-    if ((waiting & 1u << position) == 0) continue;
+    if ((waiting & 1u << position) == 0 || !runsAnother(effect, position)) continue;
     committed = position;
     effect.OnParamChange(fxTypeIndex(position));
   }
@@ -34,18 +49,26 @@ void ClapEditorPort::setKnobValue(int paramIdx, double normalized) noexcept {
   if (!quiet) port.followParamChange(paramIdx, normalized);
 }
 
-/// The menus of two parameters of the slot have new entries.
-void ClapEditorPort::refreshTapSelectors(int slot) noexcept {
-  (void)slot;
+void ClapEditorPort::askForTexts() noexcept {
   if (!quiet) port.postDuty(ClapHostPort::kRescanTexts);
 }
 
-/// A knob that gets other detents speaks of something else from now on: notes in place of Hz.
+/// The rate of an LFO gets other detents when it turns from Hz to notes, which is all of it that a
+/// host sees: the note values of two tempo modes read alike.
 void ClapEditorPort::setKnobSteps(int paramIdx, int steps, double defaultPosition) noexcept {
-  (void)paramIdx;
-  (void)steps;
   (void)defaultPosition;
-  if (!quiet) port.postDuty(ClapHostPort::kRescanTexts);
+  if (paramIdx < kLfoRate || paramIdx >= kLfoRate + numLfos) return;
+  const unsigned bit = 1u << (paramIdx - kLfoRate);
+  const unsigned before = steps > 0 ? ratesInNotes.fetch_or(bit, std::memory_order_relaxed)
+                                    : ratesInNotes.fetch_and(~bit, std::memory_order_relaxed);
+  if (((before & bit) != 0) != (steps > 0)) askForTexts();
+}
+
+/// Behind the delay, the menus of the slot's two tap selectors name the effect's parameters.
+void ClapEditorPort::showEffect(int position, int typeId) noexcept {
+  auto& type = running[static_cast<std::size_t>(position)];
+  const bool isAnother = type.exchange(typeId, std::memory_order_relaxed) != typeId;
+  if (isAnother && position >= kFirstPost) askForTexts();
 }
 
 void ClapEditorPort::showMessage(std::string_view text) noexcept {

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <thread>
 
 #include "core/Orvantesco.h"
 #include "host/EditorPort.h"
 #include "host/clap/ClapHostPort.h"
+#include "params/ParamIndex.h"
 
 namespace orvantesco {
 
@@ -28,9 +30,10 @@ class ClapEditorPort : public EditorPort {
     ClapEditorPort& editor;
   };
 
-  /// A person has chosen another effect at a position (0..11) with the host's own controls. Audio
-  /// thread, or the main thread while no audio runs.
-  void noteChoice(int position) noexcept;
+  /// A person has chosen the effect at a position (0..11) with the host's own controls. Nothing is
+  /// to be done where that is the effect that runs. Audio thread, or the main thread while no audio
+  /// runs.
+  void noteChoice(Orvantesco& effect, int position) noexcept;
 
   /// Builds the effects that were chosen: what the audio thread may not do. Main thread.
   void carryOutChoices(Orvantesco& effect);
@@ -38,16 +41,22 @@ class ClapEditorPort : public EditorPort {
   bool hasCommittedGesture(int position) noexcept override;
   void lowerCommitFlag(int position) noexcept override;
   void setKnobValue(int paramIdx, double normalized) noexcept override;
-  void refreshTapSelectors(int slot) noexcept override;
   void setKnobSteps(int paramIdx, int steps, double defaultPosition) noexcept override;
+  void showEffect(int position, int typeId) noexcept override;
   void showMessage(std::string_view text) noexcept override;
 
  private:
+  bool runsAnother(Orvantesco& effect, int position) const noexcept;
+  void askForTexts() noexcept;
+
   ClapHostPort& port;
   const ClapHost& host;
   Shared<bool> quiet{false};
   std::atomic<unsigned> choices{0};  ///< bit p: a choice at position p waits
   Shared<int> committed{-1};         ///< position whose choice is being carried out
+  /// Type ids of the effects that run, which a knob that automation has moved does not tell.
+  std::array<std::atomic<int>, numPositions> running{};
+  std::atomic<unsigned> ratesInNotes{0};  ///< bit l: the rate of LFO l reads as notes, not as Hz
   Shared<std::thread::id> committer{};
 };
 

@@ -125,17 +125,18 @@ std::optional<double> ClapParameters::valueOfText(clap_id id, const char* text) 
   return hostValueOf(*param, *plain);
 }
 
-bool ClapParameters::set(clap_id id, double value) noexcept {
-  if (!std::isfinite(value)) return false;
+ClapParameters::Taken ClapParameters::set(clap_id id, double value) noexcept {
+  if (!std::isfinite(value)) return Taken::refused;
   if (id == bypassId) {
     bypassed = value + kStepTolerance >= 1.0;
-    return true;
+    return Taken::moved;
   }
   IParam* const param = find(id);
-  if (param == nullptr || value == hostValueOf(*param, param->value())) return false;
+  if (param == nullptr) return Taken::refused;
+  if (value == hostValueOf(*param, param->value())) return Taken::asItWas;
   param->setValue(plainOf(*param, value));
   effect.OnParamChange(static_cast<int>(id));
-  return true;
+  return Taken::moved;
 }
 
 double ClapParameters::valueOf(const HostChange& change) const noexcept {

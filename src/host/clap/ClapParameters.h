@@ -39,9 +39,14 @@ class ClapParameters {
   bool writeText(clap_id id, double value, std::span<char> text) const;
   std::optional<double> valueOfText(clap_id id, const char* text) const;
 
-  /// A value that the host sends; false where it moves nothing. One that the parameter has already
-  /// does not: a host that brings back what it has read is no user. Takes no memory and no lock.
-  bool set(clap_id id, double value) noexcept;
+  /// What became of a value that the host sent.
+  enum class Taken {
+    refused,  ///< no parameter, or no number
+    asItWas,  ///< the parameter has it already: a host that brings back what it has read
+    moved,
+  };
+  /// Takes no memory and no lock.
+  Taken set(clap_id id, double value) noexcept;
 
   /// The value of a change that the plug-in tells the host; of what followed from another
   /// parameter the present one, since whatever moved it later was told before.

@@ -133,13 +133,14 @@ void ClapPlugin::take(const clap_event_header_t& event, int frame) noexcept {
 }
 
 /// Automation leaves the effects of the slots alone; a person who turns the host's own knob of one
-/// chooses it as in an editor.
+/// chooses it as in an editor, the one that automation has left in the knob too.
 void ClapPlugin::takeValue(const clap_event_param_value_t& event) noexcept {
-  if (!initialised->parameters.set(event.param_id, event.value)) return;
-  initialised->tail.settingsChanged();
+  const auto taken = initialised->parameters.set(event.param_id, event.value);
+  if (taken == ClapParameters::Taken::refused) return;
+  if (taken == ClapParameters::Taken::moved) initialised->tail.settingsChanged();
   const bool isLive = (event.header.flags & CLAP_EVENT_IS_LIVE) != 0;
   const auto index = static_cast<int>(event.param_id);
-  if (isLive && isFxType(index)) editor.noteChoice(index - kFxTypePre);
+  if (isLive && isFxType(index)) editor.noteChoice(initialised->effect, index - kFxTypePre);
 }
 
 void ClapPlugin::render(const clap_process_t& block, int first, int frames) noexcept {

@@ -90,39 +90,6 @@ TEST(ClapGesture, AConsequenceIsToldAsItStandsWhenItIsTold) {
   EXPECT_EQ(instance.out.told[0].value, instance.value(kLfoRate));
 }
 
-/// A live value is a person's: it changes the effect, which automation never does.
-TEST(ClapGesture, AnEffectIsChosenByAPersonAndNotByAutomation) {
-  const auto soundWith = [](std::uint32_t flags) {
-    ClapInstance instance;
-    instance.in.value(0, kFxOnPre, 1);
-    instance.in.value(0, kFxTypePre, 14);
-    instance.in.last().flags = flags;
-    instance.in.value(0, kDryLevel, 0.0);
-    instance.flush();
-    instance.plugin->on_main_thread(instance.plugin);
-    EXPECT_EQ(instance.value(kFxTypePre), 14.0);
-    instance.start();
-    return throughClap(instance, noise(72000), {});
-  };
-  const StereoBuffer plain = soundWith(0);
-  const StereoBuffer chosen = soundWith(CLAP_EVENT_IS_LIVE);
-  EXPECT_FALSE(plain.left == chosen.left);
-}
-
-TEST(ClapGesture, AnEffectChosenWhileItPlaysIsBuiltOnTheMainThread) {
-  ClapInstance instance;
-  instance.start();
-  instance.in.value(0, kFxTypePre, 14);
-  instance.in.last().flags = CLAP_EVENT_IS_LIVE;
-  throughClap(instance, StereoBuffer(64), {});
-  instance.out.told.clear();
-  EXPECT_GT(instance.host.callbacks, 0);
-  instance.plugin->on_main_thread(instance.plugin);
-  // The effect's own settings come with it.
-  throughClap(instance, StereoBuffer(64), {});
-  EXPECT_GE(instance.out.told.size(), 15u);
-}
-
 TEST(ClapGesture, AHostThatNeverFetchesIsToldToReadAgain) {
   ClapInstance instance;
   for (int i = 0; i < 5000; ++i) {

@@ -116,4 +116,6 @@ clap_process_status ClapInstance::process(clap_process_t& block) {
   return status;
 }
 
+void ClapInstance::runMainThread() { plugin->on_main_thread(plugin); }
+
 }  // namespace orvantesco

@@ -48,6 +48,8 @@ class ClapInstance {
   bool load(const std::vector<std::uint8_t>& bytes) const;
 
   clap_process_status process(clap_process_t& block);
+  /// A turn of the host's main thread.
+  void runMainThread();
 
   ClapTestHost host;
   const clap_plugin_t* plugin = nullptr;

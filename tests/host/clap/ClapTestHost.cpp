@@ -20,10 +20,12 @@ constexpr ClapHostLog logging{
 
 constexpr clap_host_latency_t latency{[](const clap_host_t* host) { ++self(host).latencyChanges; }};
 
-constexpr clap_host_params_t params{
-    [](const clap_host_t* host, clap_param_rescan_flags flags) { self(host).rescanned |= flags; },
-    [](const clap_host_t*, clap_id, clap_param_clear_flags) {},
-    [](const clap_host_t* host) { ++self(host).flushRequests; }};
+constexpr clap_host_params_t params{[](const clap_host_t* host, clap_param_rescan_flags flags) {
+                                      self(host).rescanned |= flags;
+                                      ++self(host).rescans;
+                                    },
+                                    [](const clap_host_t*, clap_id, clap_param_clear_flags) {},
+                                    [](const clap_host_t* host) { ++self(host).flushRequests; }};
 
 constexpr clap_host_state_t state{[](const clap_host_t* host) { ++self(host).dirtyMarks; }};
 

@@ -41,6 +41,7 @@ class ClapTestHost {
   std::atomic<int> tailChanges{0};
   std::atomic<int> presetsLoaded{0};
   std::atomic<unsigned> rescanned{0};  ///< all flags so far
+  std::atomic<int> rescans{0};         ///< requests to read parameters again
 
   /// What was logged, and why presets were refused, each "SEVERITY: text". Any thread.
   std::vector<std::string> lines() const;

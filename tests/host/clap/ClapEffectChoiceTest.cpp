@@ -1,0 +1,110 @@
+// Effects that a person chooses with a host's own controls, and those that automation leaves alone.
+
+#include <gtest/gtest.h>
+
+#include "host/clap/ClapRender.h"
+
+namespace orvantesco {
+namespace {
+
+constexpr double kFilter = 1.0;
+constexpr double kShifter = 14.0;
+
+/// What the host sends of the type of slot 1 before the delay.
+void sendType(ClapInstance& instance, double type, std::uint32_t flags) {
+  instance.in.value(0, kFxTypePre, type);
+  instance.in.last().flags = flags;
+  instance.flush();
+}
+
+/// How many settings the plug-in told the host to have moved: a chosen effect brings its own.
+std::size_t movedByTurnOfMainThread(ClapInstance& instance) {
+  instance.out.told.clear();
+  instance.runMainThread();
+  instance.flush();
+  return instance.out.told.size();
+}
+
+bool builds(ClapInstance& instance) { return movedByTurnOfMainThread(instance) > 5; }
+
+TEST(ClapEffectChoice, OfAPersonBuildsAndAutomationDoesNot) {
+  const auto soundWith = [](std::uint32_t flags) {
+    ClapInstance instance;
+    instance.in.value(0, kFxOnPre, 1);
+    instance.in.value(0, kDryLevel, 0.0);
+    sendType(instance, kShifter, flags);
+    instance.runMainThread();
+    EXPECT_EQ(instance.value(kFxTypePre), kShifter);
+    instance.start();
+    return throughClap(instance, noise(72000), {});
+  };
+  const StereoBuffer plain = soundWith(0);
+  const StereoBuffer chosen = soundWith(CLAP_EVENT_IS_LIVE);
+  EXPECT_FALSE(plain.left == chosen.left);
+}
+
+TEST(ClapEffectChoice, WhileItPlaysIsBuiltOnTheMainThread) {
+  ClapInstance instance;
+  instance.start();
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  EXPECT_GT(instance.host.callbacks, 0);
+  EXPECT_TRUE(builds(instance));
+}
+
+TEST(ClapEffectChoice, OfWhatAutomationLeftInTheKnobBuilds) {
+  ClapInstance instance;
+  sendType(instance, kShifter, 0);
+  EXPECT_FALSE(builds(instance));
+  EXPECT_EQ(instance.value(kFxTypePre), kShifter);
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  EXPECT_TRUE(builds(instance));
+}
+
+TEST(ClapEffectChoice, OfTheEffectThatRunsKeepsItsSettings) {
+  ClapInstance instance;
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  ASSERT_TRUE(builds(instance));
+  instance.in.value(0, kFxParam1, 0.123);
+  instance.flush();
+  // A host that brings the value back, and one that went elsewhere by automation in between.
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  EXPECT_FALSE(builds(instance));
+  sendType(instance, kFilter, 0);
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  EXPECT_FALSE(builds(instance));
+  EXPECT_NEAR(instance.value(kFxParam1), 0.123, 1e-12);
+}
+
+TEST(ClapEffectChoice, TheLastOfManyInOneTurnCounts) {
+  ClapInstance instance;
+  sendType(instance, kFilter, CLAP_EVENT_IS_LIVE);
+  sendType(instance, 0.0, CLAP_EVENT_IS_LIVE);
+  EXPECT_FALSE(builds(instance));
+  sendType(instance, kFilter, CLAP_EVENT_IS_LIVE);
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  EXPECT_TRUE(builds(instance));
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  EXPECT_FALSE(builds(instance));
+}
+
+TEST(ClapEffectChoice, AfterAStateMeansTheEffectsOfTheState) {
+  ClapInstance one;
+  sendType(one, kShifter, CLAP_EVENT_IS_LIVE);
+  one.runMainThread();
+  ClapInstance other;
+  ASSERT_TRUE(other.load(one.state()));
+  sendType(other, kShifter, CLAP_EVENT_IS_LIVE);
+  EXPECT_FALSE(builds(other));
+  sendType(other, 0.0, CLAP_EVENT_IS_LIVE);
+  EXPECT_TRUE(builds(other));
+}
+
+TEST(ClapEffectChoice, ThatIsNoNumberIsNone) {
+  ClapInstance instance;
+  sendType(instance, kShifter, 0);
+  sendType(instance, std::numeric_limits<double>::quiet_NaN(), CLAP_EVENT_IS_LIVE);
+  EXPECT_FALSE(builds(instance));
+}
+
+}  // namespace
+}  // namespace orvantesco
