@@ -10,10 +10,9 @@ namespace orvantesco {
 /// What the plug-in tells the host about one of its parameters.
 struct HostChange {
   enum class Kind {
-    begin,   ///< the user takes hold of the knob
-    value,   ///< and moves it
-    end,     ///< and lets go
-    follow,  ///< the engine moved it because of another parameter
+    begin,  ///< the user takes hold of the knob
+    value,  ///< and moves it
+    end,    ///< and lets go
   };
   Kind kind = Kind::value;
   int paramIdx = 0;

@@ -46,7 +46,8 @@ void ClapEditorPort::lowerCommitFlag(int position) noexcept {
 }
 
 void ClapEditorPort::setKnobValue(int paramIdx, double normalized) noexcept {
-  if (!quiet) port.followParamChange(paramIdx, normalized);
+  (void)normalized;
+  if (!quiet) port.followParamChange(paramIdx);
 }
 
 void ClapEditorPort::askForTexts() noexcept {

@@ -11,40 +11,44 @@ const Event* eventIn(const clap_event_header_t& header, std::uint16_t type) noex
 }
 
 template <class Event>
-Event eventFor(const HostChange& change, std::uint16_t type) noexcept {
+Event eventFor(int paramIdx, std::uint16_t type, std::uint32_t flags) noexcept {
   Event event{};
   event.header.size = sizeof event;
   event.header.space_id = CLAP_CORE_EVENT_SPACE_ID;
   event.header.type = type;
-  event.param_id = static_cast<clap_id>(change.paramIdx);
+  event.header.flags = flags;
+  event.param_id = static_cast<clap_id>(paramIdx);
   return event;
 }
 
-bool sendGesture(const HostChange& change, const clap_output_events_t& list) noexcept {
+/// Where a parameter stands.
+clap_event_param_value_t valueEvent(int paramIdx, double value, std::uint32_t flags) noexcept {
+  auto event = eventFor<clap_event_param_value_t>(paramIdx, CLAP_EVENT_PARAM_VALUE, flags);
+  event.note_id = event.port_index = event.channel = event.key = -1;
+  event.value = value;
+  return event;
+}
+
+bool send(const HostChange& change, const ClapParameters& parameters,
+          const clap_output_events_t& list) noexcept {
+  if (change.kind == HostChange::Kind::value) {
+    const auto event = valueEvent(change.paramIdx, parameters.valueOf(change), CLAP_EVENT_IS_LIVE);
+    return list.try_push(&list, &event.header);
+  }
   const bool begins = change.kind == HostChange::Kind::begin;
-  auto event = eventFor<clap_event_param_gesture_t>(
-      change, begins ? CLAP_EVENT_PARAM_GESTURE_BEGIN : CLAP_EVENT_PARAM_GESTURE_END);
-  event.header.flags = CLAP_EVENT_IS_LIVE;
+  const auto event = eventFor<clap_event_param_gesture_t>(
+      change.paramIdx, begins ? CLAP_EVENT_PARAM_GESTURE_BEGIN : CLAP_EVENT_PARAM_GESTURE_END,
+      CLAP_EVENT_IS_LIVE);
   return list.try_push(&list, &event.header);
 }
 
 /// What follows from another parameter is not to be recorded beside it: played back, it would
 /// follow again.
-bool sendValue(const HostChange& change, const ClapParameters& parameters,
-               const clap_output_events_t& list) noexcept {
-  auto event = eventFor<clap_event_param_value_t>(change, CLAP_EVENT_PARAM_VALUE);
-  const bool follows = change.kind == HostChange::Kind::follow;
-  event.header.flags = follows ? CLAP_EVENT_DONT_RECORD : CLAP_EVENT_IS_LIVE;
-  event.note_id = event.port_index = event.channel = event.key = -1;
-  event.value = parameters.valueOf(change);
+bool sendFollowed(int paramIdx, const ClapParameters& parameters,
+                  const clap_output_events_t& list) noexcept {
+  const double value = parameters.value(static_cast<clap_id>(paramIdx)).value_or(0.0);
+  const auto event = valueEvent(paramIdx, value, CLAP_EVENT_DONT_RECORD);
   return list.try_push(&list, &event.header);
-}
-
-bool send(const HostChange& change, const ClapParameters& parameters,
-          const clap_output_events_t& list) noexcept {
-  const bool isGesture =
-      change.kind == HostChange::Kind::begin || change.kind == HostChange::Kind::end;
-  return isGesture ? sendGesture(change, list) : sendValue(change, parameters, list);
 }
 
 }  // namespace
@@ -70,14 +74,15 @@ const clap_event_transport_t* transportIn(const clap_event_header_t& header) noe
   return eventIn<clap_event_transport_t>(header, CLAP_EVENT_TRANSPORT);
 }
 
-bool sendChanges(ChangeQueue& changes, const ClapParameters& parameters,
+bool sendChanges(ClapHostPort& port, const ClapParameters& parameters,
                  const clap_output_events_t* list) noexcept {
-  const bool any = changes.front() != nullptr;
-  if (list == nullptr || list->try_push == nullptr) return any;
-  while (const HostChange* const change = changes.front()) {
-    if (!send(*change, parameters, *list)) break;
-    changes.pop();
+  const bool any = port.changes.front() != nullptr || !port.followed.isEmpty();
+  if (!any || list == nullptr || list->try_push == nullptr) return any;
+  while (const HostChange* const change = port.changes.front()) {
+    if (!send(*change, parameters, *list)) return any;
+    port.changes.pop();
   }
+  port.followed.tellEach([&](int paramIdx) { return sendFollowed(paramIdx, parameters, *list); });
   return any;
 }
 

@@ -18,12 +18,16 @@ void ClapHostPort::informParamChange(int paramIdx, double normalized) {
 
 void ClapHostPort::endParamChange(int paramIdx) { push({HostChange::Kind::end, paramIdx, 0.0}); }
 
-void ClapHostPort::followParamChange(int paramIdx, double normalized) noexcept {
-  push({HostChange::Kind::follow, paramIdx, normalized});
+void ClapHostPort::followParamChange(int paramIdx) noexcept {
+  if (followed.note(paramIdx)) askToFetch();
 }
 
 void ClapHostPort::push(const HostChange& change) noexcept {
   if (!changes.push(change)) postDuty(kRescanValues);
+  askToFetch();
+}
+
+void ClapHostPort::askToFetch() const noexcept {
   if (visitor.load(std::memory_order_relaxed) != std::this_thread::get_id()) host.requestFlush();
 }
 

@@ -8,6 +8,7 @@
 #include "host/clap/ChangeQueue.h"
 #include "host/clap/ClapHost.h"
 #include "host/clap/ClapTransport.h"
+#include "host/clap/FollowedSet.h"
 
 namespace orvantesco {
 
@@ -40,10 +41,12 @@ class ClapHostPort : public HostPort {
   void endParamChange(int paramIdx) override;
 
   /// The engine has moved a parameter as a consequence of another. Any thread.
-  void followParamChange(int paramIdx, double normalized) noexcept;
+  void followParamChange(int paramIdx) noexcept;
 
-  /// Changes for the host, which the thread that processes or flushes fetches.
+  /// What the thread that processes or flushes fetches for the host: a person's changes in their
+  /// order, and behind them what follows.
   ChangeQueue changes;
+  FollowedSet followed;
 
   /// Marks the calling thread as the one in the host's hands, which fetches the changes itself and
   /// needs no request to do so.
@@ -92,6 +95,7 @@ class ClapHostPort : public HostPort {
 
  private:
   void push(const HostChange& change) noexcept;
+  void askToFetch() const noexcept;
 
   const ClapHost& host;
   Shared<double> rate{0.0};

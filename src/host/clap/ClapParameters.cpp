@@ -142,7 +142,6 @@ ClapParameters::Taken ClapParameters::set(clap_id id, double value) noexcept {
 double ClapParameters::valueOf(const HostChange& change) const noexcept {
   const IParam* const param = effect.GetParam(change.paramIdx);
   if (param == nullptr) return 0.0;
-  if (change.kind == HostChange::Kind::follow) return hostValueOf(*param, param->value());
   return isStepped(*param) ? param->fromNormalized(change.normalized) : change.normalized;
 }
 

@@ -48,8 +48,7 @@ class ClapParameters {
   /// Takes no memory and no lock.
   Taken set(clap_id id, double value) noexcept;
 
-  /// The value of a change that the plug-in tells the host; of what followed from another
-  /// parameter the present one, since whatever moved it later was told before.
+  /// The value of a change that the plug-in tells the host.
   double valueOf(const HostChange& change) const noexcept;
 
   bool isBypassed() const noexcept { return bypassed; }

@@ -158,7 +158,7 @@ void ClapPlugin::render(const clap_process_t& block, int first, int frames) noex
 
 /// What the plug-in has moved itself changes the tail as what the host has moved does.
 void ClapPlugin::tell(const clap_output_events_t* list) noexcept {
-  if (sendChanges(port.changes, initialised->parameters, list)) {
+  if (sendChanges(port, initialised->parameters, list)) {
     initialised->tail.settingsChanged();
   }
 }

@@ -90,6 +90,50 @@ TEST(ClapGesture, AConsequenceIsToldAsItStandsWhenItIsTold) {
   EXPECT_EQ(instance.out.told[0].value, instance.value(kLfoRate));
 }
 
+TEST(ClapGesture, AConsequenceThatComesOftenIsToldOnceABlock) {
+  ClapInstance instance;
+  instance.start();
+  for (std::uint32_t i = 0; i < 3000; ++i) instance.in.value(i / 50, kLfoSync + 1, i % 2);
+  for (int lfo = 0; lfo < 4; ++lfo) instance.in.value(63, kLfoSync + lfo, 1.0);
+  throughClap(instance, StereoBuffer(64), {});
+  ASSERT_EQ(instance.out.told.size(), 4u);
+  for (clap_id lfo = 0; lfo < 4; ++lfo) {
+    EXPECT_EQ(instance.out.told[lfo].id, kLfoRate + lfo);
+    EXPECT_EQ(instance.out.told[lfo].value, instance.value(kLfoRate + lfo));
+  }
+  // Nothing was lost on the way that the host would have to read again.
+  instance.runMainThread();
+  EXPECT_FALSE(instance.host.rescanned & CLAP_PARAM_RESCAN_VALUES);
+  throughClap(instance, StereoBuffer(64), {});
+  EXPECT_EQ(instance.out.told.size(), 4u);
+}
+
+TEST(ClapGesture, ConsequencesThatTheHostDoesNotTakeNowItGetsLater) {
+  ClapInstance instance;
+  instance.out.room = 3;
+  for (int lfo = 0; lfo < 4; ++lfo) instance.in.value(0, kLfoSync + lfo, 1.0);
+  instance.flush();
+  EXPECT_EQ(instance.out.told.size(), 3u);
+  instance.out.room = 100;
+  instance.flush();
+  ASSERT_EQ(instance.out.told.size(), 4u);
+  EXPECT_EQ(instance.out.told[3].id, kLfoRate + 3);
+}
+
+/// A hand moves what also followed: the host ends with the value that stands.
+TEST(ClapGesture, AfterAHandTheConsequenceTellsNothingOlder) {
+  ClapInstance instance;
+  auto& effect = effectOf(instance);
+  turnKnob(effect, kLfoSync, 1.0);
+  turnKnob(effect, kLfoRate, 0.9);
+  instance.flush();
+  double last = -1.0;
+  for (const auto& told : instance.out.told) {
+    if (told.type == CLAP_EVENT_PARAM_VALUE && told.id == kLfoRate) last = told.value;
+  }
+  EXPECT_EQ(last, instance.value(kLfoRate));
+}
+
 TEST(ClapGesture, AHostThatNeverFetchesIsToldToReadAgain) {
   ClapInstance instance;
   for (int i = 0; i < 5000; ++i) {
@@ -141,6 +185,30 @@ TEST(ChangeQueue, FullOfValuesItStillTakesEnds) {
   EXPECT_EQ(values + ends, ChangeQueue::capacity);
   queue.pop();
   EXPECT_TRUE(queue.push({HostChange::Kind::end, 1, 0.0}));
+}
+
+TEST(FollowedSet, TellsEachOnceAndKeepsWhatIsRefused) {
+  FollowedSet set;
+  EXPECT_TRUE(set.isEmpty());
+  for (const int index : {1094, 0, 63, 64, 700, 64}) set.note(index);
+  EXPECT_FALSE(set.note(700));
+  std::vector<int> told;
+  const auto upTo = [&told](std::size_t room) {
+    return [&told, room](int index) {
+      if (told.size() >= room) return false;
+      told.push_back(index);
+      return true;
+    };
+  };
+  set.tellEach(upTo(3));
+  EXPECT_EQ(told, (std::vector<int>{0, 63, 64}));
+  EXPECT_FALSE(set.isEmpty());
+  set.tellEach(upTo(100));
+  EXPECT_EQ(told, (std::vector<int>{0, 63, 64, 700, 1094}));
+  EXPECT_TRUE(set.isEmpty());
+  set.tellEach(upTo(100));
+  EXPECT_EQ(told.size(), 5u);
+  EXPECT_TRUE(set.note(64));
 }
 
 }  // namespace
