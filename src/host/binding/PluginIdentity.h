@@ -16,6 +16,8 @@ struct PluginIdentity {
   static constexpr const char* clapId = "com.qlm-works.orvantesco";
   static constexpr const char* lv2Uri = "urn:qlm-works:orvantesco";
 
+  static constexpr const char* uniqueId = "OVsC";  ///< four characters
+
   static constexpr const char* category = "delay";
   static constexpr std::array<const char*, 3> features{"audio-effect", "delay", "stereo"};
 };

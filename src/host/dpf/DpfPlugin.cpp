@@ -40,7 +40,7 @@ const char* DpfPlugin::getDescription() const { return PluginIdentity::descripti
 const char* DpfPlugin::getMaker() const { return PluginIdentity::vendor; }
 const char* DpfPlugin::getLicense() const { return R"(Copyright "qlm-works".)"; }
 std::uint32_t DpfPlugin::getVersion() const { return PluginIdentity::versionNumber; }
-std::int64_t DpfPlugin::getUniqueId() const { return fourCharacterId("OVsC"); }
+std::int64_t DpfPlugin::getUniqueId() const { return fourCharacterId(PluginIdentity::uniqueId); }
 
 void DpfPlugin::initAudioPort(bool input, std::uint32_t index, DISTRHO::AudioPort& port) {
   const PortNames& names = input ? inputNames.at(index) : outputNames.at(index);

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
@@ -315,6 +316,18 @@ std::string asciiOf(const std::int16_t* text) {
   std::string ascii;
   for (; *text != 0; ++text) ascii += static_cast<char>(*text);
   return ascii;
+}
+
+std::string vst3ClassOfBundle() {
+  v3_class_info info{};
+  must(v3_cpp_obj(factory())->get_class_info(factory(), 0, &info));
+  std::string text;
+  for (const std::uint8_t byte : info.class_id) {
+    std::array<char, 3> digits{};
+    std::snprintf(digits.data(), digits.size(), "%02X", static_cast<unsigned>(byte));
+    text += digits.data();
+  }
+  return text;
 }
 
 std::string vst3StreamOf(const std::string& stateText) {

@@ -77,6 +77,9 @@ class Vst3Host {
 /// A text in the format's 16-bit characters as plain ASCII.
 std::string asciiOf(const std::int16_t* text);
 
+/// The class of the bundle's plug-in as 32 hexadecimal digits, byte by byte.
+std::string vst3ClassOfBundle();
+
 /// The stream of a session that holds nothing but the text of the state.
 std::string vst3StreamOf(const std::string& stateText);
 
