@@ -3,29 +3,6 @@
 #include <algorithm>
 
 namespace orvantesco {
-namespace {
-
-/// One channel of a port: at most one of the two is there.
-struct HostChannel {
-  float* narrow = nullptr;
-  double* wide = nullptr;
-};
-
-HostChannel channelOf(const clap_audio_buffer_t* ports, std::uint32_t portCount, std::uint32_t port,
-                      std::uint32_t channel) noexcept {
-  if (ports == nullptr || port >= portCount || channel >= ports[port].channel_count) return {};
-  const clap_audio_buffer_t& buffer = ports[port];
-  if (buffer.data64 != nullptr) return {nullptr, buffer.data64[channel]};
-  if (buffer.data32 != nullptr) return {buffer.data32[channel], nullptr};
-  return {};
-}
-
-HostChannel outputOf(const clap_process_t& process, std::size_t channel) noexcept {
-  return channelOf(process.audio_outputs, process.audio_outputs_count, 0,
-                   static_cast<std::uint32_t>(channel));
-}
-
-}  // namespace
 
 void ClapBuffers::prepare(int longest, const ClapPorts::Layout& layout) {
   partFrames = std::clamp(longest, 1, longestPart);
@@ -36,12 +13,28 @@ void ClapBuffers::prepare(int longest, const ClapPorts::Layout& layout) {
   for (auto& copy : outputCopies) copy.assign(size, 0.0);
 }
 
-AudioBlock ClapBuffers::part(const clap_process_t& process, int firstFrame,
-                             int frameCount) noexcept {
+ClapBuffers::HostChannel ClapBuffers::HostPorts::channel(std::uint32_t port,
+                                                         std::uint32_t number) const noexcept {
+  if (ports == nullptr || port >= count || number >= ports[port].channel_count) return {};
+  const clap_audio_buffer_t& buffer = ports[port];
+  if (buffer.data64 != nullptr) return {nullptr, buffer.data64[number]};
+  if (buffer.data32 != nullptr) return {buffer.data32[number], nullptr};
+  return {};
+}
+
+void ClapBuffers::take(const clap_process_t& process) noexcept {
+  const HostPorts in{process.audio_inputs, process.audio_inputs_count};
+  const HostPorts out{process.audio_outputs, process.audio_outputs_count};
+  hostInputs = {in.channel(0, 0), in.channel(0, 1), in.channel(1, 0)};
+  hostOutputs = {out.channel(0, 0), out.channel(0, 1)};
+  deliversNarrow = hostOutputs[0].narrow != nullptr || hostOutputs[1].narrow != nullptr;
+}
+
+AudioBlock ClapBuffers::part(int firstFrame, int frameCount) noexcept {
   first = firstFrame;
   frames = std::min(frameCount, partFrames);
-  for (std::size_t i = 0; i < kInputs; ++i) inputs[i] = input(process, i);
-  for (std::size_t i = 0; i < kOutputs; ++i) outputs[i] = output(process, i);
+  for (std::size_t i = 0; i < kInputs; ++i) inputs[i] = input(i);
+  for (std::size_t i = 0; i < kOutputs; ++i) outputs[i] = output(i);
   AudioBlock block;
   block.inputs = inputs.data();
   block.inputCount = mainInputs;
@@ -53,11 +46,8 @@ AudioBlock ClapBuffers::part(const clap_process_t& process, int firstFrame,
   return block;
 }
 
-double* ClapBuffers::input(const clap_process_t& process, std::size_t channel) noexcept {
-  const bool isSide = channel == kInputs - 1;
-  const HostChannel from =
-      channelOf(process.audio_inputs, process.audio_inputs_count, isSide ? 1 : 0,
-                isSide ? 0 : static_cast<std::uint32_t>(channel));
+double* ClapBuffers::input(std::size_t channel) noexcept {
+  const HostChannel& from = hostInputs[channel];
   if (from.wide != nullptr) return from.wide + first;
   double* const copy = inputCopies[channel].data();
   if (from.narrow != nullptr) {
@@ -68,16 +58,15 @@ double* ClapBuffers::input(const clap_process_t& process, std::size_t channel) n
   return copy;
 }
 
-double* ClapBuffers::output(const clap_process_t& process, std::size_t channel) noexcept {
-  const HostChannel to = outputOf(process, channel);
+double* ClapBuffers::output(std::size_t channel) noexcept {
+  const HostChannel& to = hostOutputs[channel];
   return to.wide != nullptr ? to.wide + first : outputCopies[channel].data();
 }
 
-void ClapBuffers::deliver(const clap_process_t& process) const noexcept {
+void ClapBuffers::deliverNarrow() const noexcept {
   for (std::size_t i = 0; i < kOutputs; ++i) {
-    const HostChannel to = outputOf(process, i);
-    if (to.narrow == nullptr) continue;
-    std::transform(outputs[i], outputs[i] + frames, to.narrow + first,
+    if (hostOutputs[i].narrow == nullptr) continue;
+    std::transform(outputs[i], outputs[i] + frames, hostOutputs[i].narrow + first,
                    [](double sample) { return static_cast<float>(sample); });
   }
 }

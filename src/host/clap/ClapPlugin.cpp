@@ -105,12 +105,13 @@ clap_process_status ClapPlugin::process(const clap_process_t& block) noexcept {
   if (stage != Stage::processing || !isSound) return CLAP_PROCESS_ERROR;
   const ClapHostPort::Visit visit(port);
   port.takeTransport(block.transport, 0);
+  buffers.take(block);
   ClapEvents events(block.in_events);
   for (std::uint32_t frame = 0; frame < block.frames_count;) {
     const auto first = static_cast<int>(frame);
     events.takeUpTo(frame, [&](const auto& event) { take(event, first); });
     const std::uint32_t end = events.nextFrame(block.frames_count);
-    render(block, first, static_cast<int>(end - frame));
+    render(first, static_cast<int>(end - frame));
     frame = end;
   }
   events.takeAll([&](const auto& event) { take(event, static_cast<int>(block.frames_count)); });
@@ -143,16 +144,16 @@ void ClapPlugin::takeValue(const clap_event_param_value_t& event) noexcept {
   if (isLive && isFxType(index)) editor.noteChoice(initialised->effect, index - kFxTypePre);
 }
 
-void ClapPlugin::render(const clap_process_t& block, int first, int frames) noexcept {
+void ClapPlugin::render(int first, int frames) noexcept {
   Parts& all = *initialised;
   for (const int end = first + frames; first < end; first += buffers.partLength()) {
     port.beginPart(first);
-    AudioBlock part = buffers.part(block, first, end - first);
+    AudioBlock part = buffers.part(first, end - first);
     part.bypass = all.parameters.isBypassed();
     all.tail.hear(part);
     all.bypass.process(part);
     all.tail.look(part);
-    buffers.deliver(block);
+    buffers.deliver();
   }
 }
 

@@ -80,7 +80,7 @@ class ClapPlugin {
   void prepare(double rateHz, int longest);
   void take(const clap_event_header_t& event, int frame) noexcept;
   void takeValue(const clap_event_param_value_t& event) noexcept;
-  void render(const clap_process_t& process, int first, int frames) noexcept;
+  void render(int first, int frames) noexcept;
   void tell(const clap_output_events_t* list) noexcept;
   void tellOfLoad() noexcept;
 

@@ -12,6 +12,53 @@ constexpr double kRoundable = 4194304.0;
 
 constexpr double kSecondsPerMinute = 60.0;
 
+/// What an event of the host says; one that is missing says nothing.
+class Told {
+ public:
+  explicit Told(const clap_event_transport_t* given) noexcept
+      : event(given), flags(given != nullptr ? given->flags : 0) {}
+
+  double tempo() const noexcept { return has(CLAP_TRANSPORT_HAS_TEMPO) ? event->tempo : 0.0; }
+  double tempoIncrement() const noexcept {
+    return has(CLAP_TRANSPORT_HAS_TEMPO) ? event->tempo_inc : 0.0;
+  }
+
+  double beats() const noexcept {
+    if (has(CLAP_TRANSPORT_HAS_BEATS_TIMELINE)) return ofFixedPoint(event->song_pos_beats);
+    const bool derivable = has(CLAP_TRANSPORT_HAS_SECONDS_TIMELINE | CLAP_TRANSPORT_HAS_TEMPO);
+    return derivable ? ofFixedPoint(event->song_pos_seconds) * event->tempo / kSecondsPerMinute
+                     : 0.0;
+  }
+
+  double seconds() const noexcept {
+    if (has(CLAP_TRANSPORT_HAS_SECONDS_TIMELINE)) return ofFixedPoint(event->song_pos_seconds);
+    const bool derivable = has(CLAP_TRANSPORT_HAS_BEATS_TIMELINE | CLAP_TRANSPORT_HAS_TEMPO);
+    return derivable && event->tempo > 0.0
+               ? ofFixedPoint(event->song_pos_beats) * kSecondsPerMinute / event->tempo
+               : 0.0;
+  }
+
+  /// All that needs no rate.
+  void write(HostTimeInfo& info) const noexcept {
+    info = HostTimeInfo{};
+    if (event == nullptr) return;
+    info.transportIsRunning = has(CLAP_TRANSPORT_IS_PLAYING);
+    info.transportLoopEnabled = has(CLAP_TRANSPORT_IS_LOOP_ACTIVE);
+    info.ppqPos = beats();
+    info.cycleStart = ofFixedPoint(event->loop_start_beats);
+    info.cycleEnd = ofFixedPoint(event->loop_end_beats);
+    if (!has(CLAP_TRANSPORT_HAS_TIME_SIGNATURE)) return;
+    info.numerator = event->tsig_num;
+    info.denominator = event->tsig_denom;
+  }
+
+ private:
+  bool has(std::uint32_t what) const noexcept { return (flags & what) == what; }
+
+  const clap_event_transport_t* event;
+  std::uint32_t flags;
+};
+
 }  // namespace
 
 double ofFixedPoint(std::int64_t position) noexcept {
@@ -26,45 +73,19 @@ double roundedToFixedPoint(double position) noexcept {
 }
 
 void ClapTransport::take(const clap_event_transport_t* given, int frame) noexcept {
-  event = given != nullptr ? *given : clap_event_transport_t{};
+  const Told event(given);
   eventFrame = frame;
-  told = HostTimeInfo{};
-  told.transportIsRunning = tells(CLAP_TRANSPORT_IS_PLAYING);
-  told.transportLoopEnabled = tells(CLAP_TRANSPORT_IS_LOOP_ACTIVE);
-  told.ppqPos = beatsTold();
-  told.cycleStart = ofFixedPoint(event.loop_start_beats);
-  told.cycleEnd = ofFixedPoint(event.loop_end_beats);
-  seconds = secondsTold();
-  if (!tells(CLAP_TRANSPORT_HAS_TIME_SIGNATURE)) return;
-  told.numerator = event.tsig_num;
-  told.denominator = event.tsig_denom;
+  tempo = event.tempo();
+  tempoIncrement = event.tempoIncrement();
+  seconds = event.seconds();
+  event.write(told);
 }
 
-double ClapTransport::tempoAt(int frame) const noexcept {
-  if (!tells(CLAP_TRANSPORT_HAS_TEMPO)) return 0.0;
-  return event.tempo + event.tempo_inc * (frame - eventFrame);
-}
-
-/// The sum of tempo + k * tempo_inc over the frames k = 0 .. frames - 1, in quarter notes.
+/// The sum of tempo + k * tempoIncrement over the frames k = 0 .. frames - 1, in quarter notes.
 double ClapTransport::beatsSince(int frames, double rateHz) const noexcept {
-  if (!tells(CLAP_TRANSPORT_HAS_TEMPO)) return 0.0;
   const double n = frames;
-  const double minutesOfTempo = event.tempo * n + event.tempo_inc * n * (n - 1.0) * 0.5;
+  const double minutesOfTempo = tempo * n + tempoIncrement * n * (n - 1.0) * 0.5;
   return minutesOfTempo / (kSecondsPerMinute * rateHz);
-}
-
-double ClapTransport::beatsTold() const noexcept {
-  if (tells(CLAP_TRANSPORT_HAS_BEATS_TIMELINE)) return ofFixedPoint(event.song_pos_beats);
-  const bool derivable = tells(CLAP_TRANSPORT_HAS_SECONDS_TIMELINE | CLAP_TRANSPORT_HAS_TEMPO);
-  return derivable ? ofFixedPoint(event.song_pos_seconds) * event.tempo / kSecondsPerMinute : 0.0;
-}
-
-double ClapTransport::secondsTold() const noexcept {
-  if (tells(CLAP_TRANSPORT_HAS_SECONDS_TIMELINE)) return ofFixedPoint(event.song_pos_seconds);
-  const bool derivable = tells(CLAP_TRANSPORT_HAS_BEATS_TIMELINE | CLAP_TRANSPORT_HAS_TEMPO);
-  return derivable && event.tempo > 0.0
-             ? ofFixedPoint(event.song_pos_beats) * kSecondsPerMinute / event.tempo
-             : 0.0;
 }
 
 void ClapTransport::writeAt(int frame, double rateHz, HostTimeInfo& time) const noexcept {

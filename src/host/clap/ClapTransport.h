@@ -20,7 +20,7 @@ class ClapTransport {
   void take(const clap_event_transport_t* event, int frame) noexcept;
 
   /// Beats per minute at a frame, 0 where the host names none.
-  double tempoAt(int frame) const noexcept;
+  double tempoAt(int frame) const noexcept { return tempo + tempoIncrement * (frame - eventFrame); }
 
   /// The transport at a frame, at a rate in Hz. Positions are those that CLAP could have carried:
   /// they do not depend on more than the last word of the host. What the host does not tell is 0;
@@ -34,12 +34,10 @@ class ClapTransport {
   void writeAt(int frame, double rateHz, HostTimeInfo& time) const noexcept;
 
  private:
-  bool tells(std::uint32_t flags) const noexcept { return (event.flags & flags) == flags; }
   double beatsSince(int frames, double rateHz) const noexcept;
-  double beatsTold() const noexcept;
-  double secondsTold() const noexcept;
 
-  clap_event_transport_t event{};  ///< without flags: nothing is known
+  double tempo = 0.0;           ///< beats per minute at that frame, 0 for none
+  double tempoIncrement = 0.0;  ///< beats per minute a frame
   int eventFrame = 0;
   HostTimeInfo told;     ///< at that frame, as far as it needs no rate
   double seconds = 0.0;  ///< since the start of the song, at that frame
