@@ -11,6 +11,7 @@
 #include "host/OfflineHost.h"
 #include "host/binding/PluginPresets.h"
 #include "params/IParam.h"
+#include "params/ParamIndex.h"
 
 namespace orvantesco {
 
@@ -52,6 +53,14 @@ class DirectEffect {
   void set(int index, double value) {
     effect.GetParam(index)->setValue(value);
     effect.OnParamChange(index);
+  }
+
+  /// Echoes of the first slot every 20 ms, each half as loud, so that a short test hears them.
+  void setQuickEchoes() {
+    set(kTimebase, 0.0);
+    set(kDelayTimeL, 20.0);
+    set(kDelayTimeR, 20.0);
+    set(kFeedback, 50.0);
   }
 
   void load(const char* preset) {

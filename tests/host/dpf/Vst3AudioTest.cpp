@@ -11,8 +11,6 @@
 namespace orvantesco {
 namespace {
 
-constexpr v3_param_id idOf(int index) { return static_cast<v3_param_id>(index + 1); }
-
 /// What a host tells at a position.
 v3_process_context contextAt(double quarterNotes, double tempo, int numerator, int denominator) {
   v3_process_context context{};
@@ -103,31 +101,6 @@ INSTANTIATE_TEST_SUITE_P(Factory, Vst3PlaysAPreset,
                          testing::Values("Basics/Default", "Echo/Dub Quarter",
                                          "Filter Delays/Singing Filter", "Modulated/Rhythm Gate"));
 
-TEST(Vst3Audio, TakesAutomationAtTheStartOfABlock) {
-  DirectEffect direct;
-  direct.load("Basics/Default");
-  Vst3Host host;
-  ASSERT_TRUE(host.setState(vst3StreamOf(stateText(direct.effect))));
-  host.activate(rateHz, longestBlock);
-  double most = 0.0;
-  for (unsigned b = 0; b < 100; ++b) {
-    Vst3Block block(longestBlock);
-    block.in = {noise(longestBlock, b), noise(longestBlock, b + 1000)};
-    auto context = contextAt(0.0, 120.0, 4, 4);
-    context.state &= ~static_cast<std::uint32_t>(V3_PROCESS_CTX_PLAYING);
-    block.context = &context;
-    direct.host.setRunning(false);
-    // 0.25 and its multiples of 160 are floats, so both get the same number.
-    const double position = static_cast<double>(b % 4) * 0.25;
-    block.changes = {{idOf(kFeedback), 0, position}};
-    direct.set(kFeedback, 160.0 * position);
-    direct.process(block);
-    host.process(block);
-    most = std::max(most, differenceOf(block.out[0], direct.out[0]));
-  }
-  EXPECT_LT(most, 1e-6);
-}
-
 /// Plays noise through an effect that ducks by its side chain.
 std::vector<float> playDucked(const std::string& state, bool connected, bool active) {
   Vst3Host host;
@@ -173,7 +146,7 @@ TEST(Vst3Audio, PassesTheDrySignalWithTheSameLatencyWhileBypassed) {
   for (unsigned b = 0; b < 40; ++b) {
     Vst3Block block(longestBlock);
     block.in = {noise(longestBlock, b), noise(longestBlock, b + 100)};
-    if (b == 0) block.changes = {{idOf(kNumParams), 0, 1.0}};
+    if (b == 0) block.changes = {{vst3IdOf(kNumParams), 0, 1.0}};
     host.process(block);
     sent.insert(sent.end(), block.in[0].begin(), block.in[0].end());
     heard.insert(heard.end(), block.out[0].begin(), block.out[0].end());
@@ -191,26 +164,6 @@ TEST(Vst3Audio, AnswersWithTheLatencyOfTheRateAndDoesNotTellItAgain) {
     host.process(block);
     EXPECT_TRUE(host.toldLatencies.empty());
     host.deactivate();
-  }
-}
-
-TEST(Vst3Audio, TakesBlocksLongerThanItWasTold) {
-  Vst3Host host;
-  host.activate(rateHz, 64);
-  Vst3Host same;
-  same.activate(rateHz, 4096);
-  Vst3Block whole(4096), once(4096);
-  whole.in = {noise(4096, 1), noise(4096, 2)};
-  once.in = whole.in;
-  same.process(once);
-  for (std::size_t first = 0; first < 4096; first += 64) {
-    Vst3Block piece(64);
-    for (std::size_t c = 0; c < 2; ++c) {
-      std::copy_n(whole.in[c].begin() + static_cast<std::ptrdiff_t>(first), 64,
-                  piece.in[c].begin());
-    }
-    host.process(piece);
-    for (std::size_t i = 0; i < 64; ++i) ASSERT_EQ(piece.out[0][i], once.out[0][first + i]);
   }
 }
 

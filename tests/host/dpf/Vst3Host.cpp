@@ -5,139 +5,12 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <stdexcept>
+
+#include "host/dpf/Vst3Objects.h"
 
 namespace orvantesco {
 namespace {
-
-// An object of this interface is a pointer to a table of functions; what the object holds stands
-// behind that pointer. None of ours is counted.
-
-v3_result V3_API noInterface(void*, const v3_tuid, void** object) {
-  *object = nullptr;
-  return V3_NO_INTERFACE;
-}
-std::uint32_t V3_API one(void*) { return 1; }
-
-template <class Table>
-Table withoutCount() {
-  Table table{};
-  table.query_interface = noInterface;
-  table.ref = one;
-  table.unref = one;
-  return table;
-}
-
-struct StreamTable : v3_funknown {
-  v3_bstream stream;
-};
-
-/// A stream over a text, which moves at most `atOnce` bytes in one call.
-struct Stream {
-  const StreamTable* table = nullptr;
-  std::string bytes;
-  std::size_t position = 0;
-  std::int32_t atOnce = 0;
-
-  static v3_result V3_API read(void* self, void* buffer, std::int32_t wanted, std::int32_t* got) {
-    auto& stream = *static_cast<Stream*>(self);
-    const auto left = static_cast<std::int32_t>(stream.bytes.size() - stream.position);
-    *got = std::min({wanted, left, stream.atOnce});
-    std::memcpy(buffer, stream.bytes.data() + stream.position, static_cast<std::size_t>(*got));
-    stream.position += static_cast<std::size_t>(*got);
-    return V3_OK;
-  }
-  static v3_result V3_API write(void* self, void* buffer, std::int32_t wanted, std::int32_t* got) {
-    auto& stream = *static_cast<Stream*>(self);
-    *got = std::min(wanted, stream.atOnce);
-    stream.bytes.append(static_cast<const char*>(buffer), static_cast<std::size_t>(*got));
-    return V3_OK;
-  }
-};
-
-const StreamTable& streamTable() {
-  static const StreamTable table = [] {
-    auto made = withoutCount<StreamTable>();
-    made.stream.read = Stream::read;
-    made.stream.write = Stream::write;
-    return made;
-  }();
-  return table;
-}
-
-v3_bstream** handleOf(Stream& stream) {
-  return static_cast<v3_bstream**>(static_cast<void*>(&stream));
-}
-
-/// The changes of one parameter: here always one point.
-struct Queue {
-  const v3_param_value_queue_cpp* table = nullptr;
-  Vst3Change change;
-
-  static v3_param_id V3_API id(void* self) { return static_cast<Queue*>(self)->change.id; }
-  static std::int32_t V3_API count(void*) { return 1; }
-  static v3_result V3_API get(void* self, std::int32_t, std::int32_t* frame, double* value) {
-    *frame = static_cast<Queue*>(self)->change.frame;
-    *value = static_cast<Queue*>(self)->change.normalized;
-    return V3_OK;
-  }
-  static v3_result V3_API add(void* self, std::int32_t frame, double value, std::int32_t*) {
-    static_cast<Queue*>(self)->change.frame = frame;
-    static_cast<Queue*>(self)->change.normalized = value;
-    return V3_OK;
-  }
-};
-
-const v3_param_value_queue_cpp& queueTable() {
-  static const auto table = [] {
-    auto made = withoutCount<v3_param_value_queue_cpp>();
-    made.queue = {Queue::id, Queue::count, Queue::get, Queue::add};
-    return made;
-  }();
-  return table;
-}
-
-struct Changes {
-  const v3_param_changes_cpp* table = nullptr;
-  std::vector<Queue> queues;
-
-  static std::int32_t V3_API count(void* self) {
-    return static_cast<std::int32_t>(static_cast<Changes*>(self)->queues.size());
-  }
-  static v3_param_value_queue** handleOf(Queue& queue) {
-    return static_cast<v3_param_value_queue**>(static_cast<void*>(&queue));
-  }
-  static v3_param_value_queue** V3_API get(void* self, std::int32_t index) {
-    return handleOf(static_cast<Changes*>(self)->queues[static_cast<std::size_t>(index)]);
-  }
-  static v3_param_value_queue** V3_API add(void* self, v3_param_id* id, std::int32_t* index) {
-    auto& queues = static_cast<Changes*>(self)->queues;
-    *index = static_cast<std::int32_t>(queues.size());
-    queues.push_back({&queueTable(), {*id, 0, 0.0}});
-    return handleOf(queues.back());
-  }
-};
-
-const v3_param_changes_cpp& changesTable() {
-  static const auto table = [] {
-    auto made = withoutCount<v3_param_changes_cpp>();
-    made.changes = {Changes::count, Changes::get, Changes::add};
-    return made;
-  }();
-  return table;
-}
-
-Changes changesOf(const std::vector<Vst3Change>& given) {
-  Changes changes{&changesTable(), {}};
-  changes.queues.reserve(8 + given.size());  // handles point into it
-  for (const Vst3Change& change : given) changes.queues.push_back({&queueTable(), change});
-  return changes;
-}
-
-v3_param_changes** handleOf(Changes& changes) {
-  return static_cast<v3_param_changes**>(static_cast<void*>(&changes));
-}
 
 /// Loaded once and never dropped: other instances of the process may still run in it. What the
 /// plug-in writes to the preset library stays in the build folder.
@@ -185,7 +58,7 @@ struct Vst3Host::Handler {
   }
   static const Table& tableOfAll() {
     static const Table made = [] {
-      auto calls = withoutCount<Table>();
+      auto calls = vst3Uncounted<Table>();
       calls.calls = {beginOrEnd, perform, beginOrEnd, restart};
       return calls;
     }();
@@ -231,6 +104,10 @@ void Vst3Host::deactivate() {
   isActive = false;
 }
 
+void Vst3Host::setProcessing(bool processing) {
+  must(v3_cpp_obj(processor)->set_processing(processor, processing ? 1 : 0));
+}
+
 void Vst3Host::activateSideChain(bool active) {
   must(v3_cpp_obj(component)->activate_bus(component, V3_AUDIO, V3_INPUT, 1, active ? 1 : 0));
 }
@@ -242,8 +119,8 @@ void Vst3Host::process(Vst3Block& block) {
   std::vector<float*> out{block.out[0].data(), block.out[1].data()};
   std::array<v3_audio_bus_buffers, 2> inputs{busOf(in), busOf(side)};
   v3_audio_bus_buffers outputs = busOf(out);
-  Changes given = changesOf(block.changes);
-  Changes told = changesOf({});
+  Vst3ChangeLists given(block.changes);
+  Vst3ChangeLists told({});
   v3_process_data data{};
   data.process_mode = V3_REALTIME;
   data.symbolic_sample_size = V3_SAMPLE_32;
@@ -252,22 +129,22 @@ void Vst3Host::process(Vst3Block& block) {
   data.num_output_buses = 1;
   data.inputs = inputs.data();
   data.outputs = &outputs;
-  data.input_params = handleOf(given);
-  data.output_params = handleOf(told);
+  data.input_params = given.handle();
+  data.output_params = block.hearsOutputs ? told.handle() : nullptr;
   data.ctx = block.context;
   must(v3_cpp_obj(processor)->process(processor, &data));
-  for (const Queue& queue : told.queues) toldLatencies.push_back(queue.change.normalized);
+  for (const Vst3Change& change : told.all()) toldLatencies.push_back(change.normalized);
 }
 
 std::string Vst3Host::state(std::int32_t atOnce) {
-  Stream stream{&streamTable(), {}, 0, atOnce};
-  must(v3_cpp_obj(component)->get_state(component, handleOf(stream)));
-  return stream.bytes;
+  Vst3Stream stream({}, {atOnce});
+  must(v3_cpp_obj(component)->get_state(component, stream.handle()));
+  return stream.bytes();
 }
 
-bool Vst3Host::setState(const std::string& bytes, std::int32_t atOnce) {
-  Stream stream{&streamTable(), bytes, 0, atOnce};
-  return v3_cpp_obj(component)->set_state(component, handleOf(stream)) == V3_OK;
+bool Vst3Host::setState(const std::string& bytes, const std::vector<std::int32_t>& atOnce) {
+  Vst3Stream stream(bytes, atOnce);
+  return v3_cpp_obj(component)->set_state(component, stream.handle()) == V3_OK;
 }
 
 void Vst3Host::countRestarts() {
@@ -277,6 +154,8 @@ void Vst3Host::countRestarts() {
 }
 
 std::uint32_t Vst3Host::latency() { return v3_cpp_obj(processor)->get_latency_samples(processor); }
+
+std::uint32_t Vst3Host::tail() { return v3_cpp_obj(processor)->get_tail_samples(processor); }
 
 std::int32_t Vst3Host::parameterCount() {
   return v3_cpp_obj(controller)->get_parameter_count(controller);
@@ -290,6 +169,10 @@ v3_param_info Vst3Host::parameter(std::int32_t index) {
 
 double Vst3Host::normalized(v3_param_id id) {
   return v3_cpp_obj(controller)->get_parameter_normalised(controller, id);
+}
+
+v3_result Vst3Host::setNormalized(v3_param_id id, double position) {
+  return v3_cpp_obj(controller)->set_parameter_normalised(controller, id, position);
 }
 
 double Vst3Host::plain(v3_param_id id, double position) {
@@ -338,6 +221,12 @@ std::string vst3StreamOf(const std::string& stateText) {
     stream += '\0';
   }
   return stream + "\xfe";
+}
+
+std::string vst3StateTextIn(const std::string& stream) {
+  const std::string key = std::string("state") + '\0';
+  const std::size_t begin = stream.find(key) + key.size();
+  return stream.substr(begin, stream.find('\0', begin) - begin);
 }
 
 }  // namespace orvantesco

@@ -6,19 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "host/dpf/Vst3Change.h"
 #include "src/travesty/audio_processor.h"
 #include "src/travesty/component.h"
 #include "src/travesty/edit_controller.h"
 #include "src/travesty/factory.h"
 
 namespace orvantesco {
-
-/// A new value of a parameter at a frame of a block.
-struct Vst3Change {
-  v3_param_id id = 0;
-  std::int32_t frame = 0;
-  double normalized = 0.0;
-};
 
 /// One block as a host hands it over. A bus without channels is a bus that the host does not give.
 struct Vst3Block {
@@ -27,6 +21,7 @@ struct Vst3Block {
   std::array<std::vector<float>, 2> out;
   std::vector<Vst3Change> changes;
   v3_process_context* context = nullptr;
+  bool hearsOutputs = true;  ///< gives a list for what the plug-in has to tell
 
   explicit Vst3Block(std::size_t frames);
 };
@@ -42,21 +37,26 @@ class Vst3Host {
 
   void activate(double rateHz, int longestBlock);
   void deactivate();
+  void setProcessing(bool processing);
   void activateSideChain(bool active);
   void process(Vst3Block& block);
 
   /// The state as the plug-in writes it into a stream that takes at most so many bytes at once.
   std::string state(std::int32_t atOnce = 1 << 30);
-  bool setState(const std::string& bytes, std::int32_t atOnce = 1 << 30);
+
+  /// Hands over a state from a stream that gives so many bytes at once, in turn.
+  bool setState(const std::string& bytes, const std::vector<std::int32_t>& atOnce = {1 << 30});
 
   /// How often the plug-in asked from here on that the host look at it anew.
   void countRestarts();
   int restarts = 0;
 
   std::uint32_t latency();
+  std::uint32_t tail();
   std::int32_t parameterCount();
   v3_param_info parameter(std::int32_t index);
   double normalized(v3_param_id id);
+  v3_result setNormalized(v3_param_id id, double normalized);
   double plain(v3_param_id id, double normalized);
   std::string text(v3_param_id id, double normalized);
   std::int32_t busCount(std::int32_t direction);
@@ -74,6 +74,9 @@ class Vst3Host {
   std::unique_ptr<Handler> handler;
 };
 
+/// What sessions know a parameter by: its index behind the latency, which the wrapper adds.
+constexpr v3_param_id vst3IdOf(int index) { return static_cast<v3_param_id>(index + 1); }
+
 /// A text in the format's 16-bit characters as plain ASCII.
 std::string asciiOf(const std::int16_t* text);
 
@@ -82,5 +85,8 @@ std::string vst3ClassOfBundle();
 
 /// The stream of a session that holds nothing but the text of the state.
 std::string vst3StreamOf(const std::string& stateText);
+
+/// The text of the state within a session's stream.
+std::string vst3StateTextIn(const std::string& stream);
 
 }  // namespace orvantesco

@@ -13,8 +13,6 @@
 namespace orvantesco {
 namespace {
 
-constexpr v3_param_id idOf(int index) { return static_cast<v3_param_id>(index + 1); }
-
 /// An effect with settings that no float holds.
 std::string unusualState() {
   OfflineHost host;
@@ -37,13 +35,6 @@ double feedbackIn(const std::string& state) {
   return effect.GetParam(kFeedback)->value();
 }
 
-/// The text of the state within a session's stream.
-std::string textIn(const std::string& stream) {
-  const std::string key = std::string("state") + '\0';
-  const std::size_t begin = stream.find(key) + key.size();
-  return stream.substr(begin, stream.find('\0', begin) - begin);
-}
-
 /// Numbers have a comma for as long as it lives.
 class CommaLocale {
  public:
@@ -64,8 +55,8 @@ TEST(Vst3State, KeepsValuesThatNoFloatHolds) {
   const std::string session = first.state();
   Vst3Host second;
   ASSERT_TRUE(second.setState(session));
-  EXPECT_EQ(textIn(second.state()), text);
-  EXPECT_EQ(feedbackIn(textIn(session)), 100.0 / 3.0);
+  EXPECT_EQ(vst3StateTextIn(second.state()), text);
+  EXPECT_EQ(feedbackIn(vst3StateTextIn(session)), 100.0 / 3.0);
 }
 
 TEST(Vst3State, PassesStreamsThatMoveAFewBytesAtOnce) {
@@ -75,7 +66,7 @@ TEST(Vst3State, PassesStreamsThatMoveAFewBytesAtOnce) {
   EXPECT_EQ(first.state(7), session);
   EXPECT_EQ(first.state(4096), session);
   Vst3Host second;
-  ASSERT_TRUE(second.setState(session, 13));
+  ASSERT_TRUE(second.setState(session, {13}));
   EXPECT_EQ(second.state(), session);
 }
 
@@ -87,7 +78,7 @@ TEST(Vst3State, IsTheSameWhereNumbersHaveAComma) {
   Vst3Host second;
   ASSERT_TRUE(second.setState(session));
   EXPECT_EQ(second.state(), session);
-  EXPECT_NEAR(second.normalized(idOf(kFeedback)) * 160.0, 100.0 / 3.0, 1e-4);
+  EXPECT_NEAR(second.normalized(vst3IdOf(kFeedback)) * 160.0, 100.0 / 3.0, 1e-4);
 }
 
 TEST(Vst3State, ShowsItsParametersToTheHost) {
@@ -95,15 +86,15 @@ TEST(Vst3State, ShowsItsParametersToTheHost) {
   ASSERT_TRUE(host.setState(vst3StreamOf(unusualState())));
   Vst3Host other;
   ASSERT_TRUE(other.setState(host.state()));
-  EXPECT_NEAR(other.normalized(idOf(kFeedback + 1)) * 160.0, 12.3456789, 1e-4);
-  EXPECT_EQ(other.normalized(idOf(kSlotOn + 2)), 1.0);
+  EXPECT_NEAR(other.normalized(vst3IdOf(kFeedback + 1)) * 160.0, 12.3456789, 1e-4);
+  EXPECT_EQ(other.normalized(vst3IdOf(kSlotOn + 2)), 1.0);
 }
 
 TEST(Vst3State, ShowsWhatAStreamWithoutAListOfValuesHolds) {
   Vst3Host host;
   ASSERT_TRUE(host.setState(vst3StreamOf(unusualState())));
-  EXPECT_NEAR(host.normalized(idOf(kFeedback)) * 160.0, 100.0 / 3.0, 1e-4);
-  EXPECT_EQ(host.normalized(idOf(kSlotOn + 2)), 1.0);
+  EXPECT_NEAR(host.normalized(vst3IdOf(kFeedback)) * 160.0, 100.0 / 3.0, 1e-4);
+  EXPECT_EQ(host.normalized(vst3IdOf(kSlotOn + 2)), 1.0);
 }
 
 TEST(Vst3State, TellsNothingToAHostThatHandsItOver) {
