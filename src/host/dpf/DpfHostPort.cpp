@@ -7,6 +7,8 @@ namespace {
 
 constexpr double secondsPerMinute = 60.0;
 
+/// In quarter notes a minute: so VST3 has it, and so hosts of LV2 tell it, in a meter of eighths
+/// too.
 bool isTempo(double beatsPerMinute) noexcept {
   return std::isfinite(beatsPerMinute) && beatsPerMinute > 0.0;
 }

@@ -88,16 +88,22 @@ DISTRHO::String DpfPlugin::getState(const char* key) const {
 }
 
 void DpfPlugin::setState(const char* key, const char* value) {
-  if (!engine || std::strcmp(key, kDpfStateKey) != 0 || *value == '\0') return;
-  takeState(value);
+  if (!engine || std::strcmp(key, kDpfStateKey) != 0) return;
+  stateIsTaken = takeState(value);
 }
 
-/// No exception may reach the host, which is C code.
-void DpfPlugin::takeState(const char* text) noexcept try {
-  if (restoreStateText(engine->effect, text)) return;
+bool DpfPlugin::isStateTaken() const { return stateIsTaken; }
+
+/// No exception may reach the host, which is C code. Hosts hand over an empty text where a session
+/// holds none.
+bool DpfPlugin::takeState(const char* text) noexcept try {
+  if (*text == '\0') return false;
+  if (restoreStateText(engine->effect, text)) return true;
   d_stderr("Orvantesco: the state of the session cannot be read and was left aside");
+  return false;
 } catch (const std::exception& failure) {
   d_stderr("Orvantesco: the state of the session was not restored: %s", failure.what());
+  return false;
 }
 
 void DpfPlugin::activate() {

@@ -39,14 +39,16 @@ class DpfPlugin : public DISTRHO::Plugin {
   void setParameterValue(std::uint32_t index, float value) override;
   DISTRHO::String getState(const char* key) const override;
   void setState(const char* key, const char* value) override;
+  bool isStateTaken() const override;
 
   void activate() override;
   void run(const float** inputs, float** outputs, std::uint32_t frames) override;
 
  private:
-  void takeState(const char* text) noexcept;
+  bool takeState(const char* text) noexcept;
 
   std::unique_ptr<DpfEngine> engine;
+  bool stateIsTaken = true;  ///< the last one that was handed over
 };
 
 }  // namespace orvantesco

@@ -44,6 +44,15 @@ TEST(DpfHostPort, CountsQuarterNotesInEveryMeter) {
   EXPECT_NEAR(answered(port, 0).ppqPos, 7.0, 1e-9);
 }
 
+/// Hosts tell quarter notes a minute, whatever note their meter counts.
+TEST(DpfHostPort, CountsTheTempoInQuarterNotesInEveryMeter) {
+  for (const float beatType : {2.0F, 4.0F, 8.0F}) {
+    DpfHostPort port;
+    port.takePosition(at(8.0, 6, beatType));
+    EXPECT_EQ(answered(port, 0).tempo, 90.0);
+  }
+}
+
 TEST(DpfHostPort, MovesOnWithTheFramesOfABlockWhileItPlays) {
   DpfHostPort port;
   port.setSampleRate(48000.0);

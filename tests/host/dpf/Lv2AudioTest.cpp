@@ -19,15 +19,14 @@ Lv2Block noiseBlock(std::size_t frames, unsigned seed) {
 class Lv2PlaysAPreset : public testing::TestWithParam<const char*> {};
 
 /// The position is told once, in a bar's middle; from there on the plug-in counts bars and beats.
-/// Three beats to the bar, since a bar too many of four does not shift what repeats every two.
-TEST_P(Lv2PlaysAPreset, AsTheEffectItselfWhileTheTransportRunsOn) {
+/// No bars of four, since one too many of those does not shift what repeats every two.
+void playOn(const char* preset, const Lv2Position& start) {
   DirectEffect direct;
-  direct.load(GetParam());
+  direct.load(preset);
   Lv2Host host;
-  host.restore(stateText(direct.effect));
-  const Lv2Position start{10.3, 133.0, 3.0F, 4};
+  ASSERT_TRUE(host.restore(stateText(direct.effect)));
   direct.host.setTempo(start.tempo);
-  direct.host.setTimeSignature(3, 4);
+  direct.host.setTimeSignature(static_cast<int>(start.beatsPerBar), start.beatUnit);
   direct.host.locate(start.quarterNotes);
   double peak = 0.0;
   for (unsigned b = 0; b < 900; ++b) {
@@ -40,6 +39,16 @@ TEST_P(Lv2PlaysAPreset, AsTheEffectItselfWhileTheTransportRunsOn) {
     }
   }
   EXPECT_GT(peak, 0.05);
+}
+
+TEST_P(Lv2PlaysAPreset, AsTheEffectItselfWhileTheTransportRunsOn) {
+  playOn(GetParam(), {10.3, 133.0, 3.0F, 4});
+}
+
+/// The tempo counts quarter notes there too.
+TEST_P(Lv2PlaysAPreset, AsTheEffectItselfInBarsOfOtherNotes) {
+  playOn(GetParam(), {10.3, 133.0, 7.0F, 8});
+  playOn(GetParam(), {10.3, 133.0, 3.0F, 2});
 }
 
 INSTANTIATE_TEST_SUITE_P(Factory, Lv2PlaysAPreset,
@@ -76,6 +85,21 @@ TEST(Lv2Audio, KeepsTheStateThatWasRestoredThoughItsPortsAreOlder) {
   direct.set(kLfoRate, 6.0);
   host.process(block);
   EXPECT_EQ(host.save(), stateText(direct.effect));
+}
+
+/// Of such a session the ports are all that is left.
+TEST(Lv2Audio, TakesThePortsOfASessionWhoseStateItRefuses) {
+  DirectEffect direct;
+  direct.set(kFeedback, 55.0);
+  const std::string whole = stateText(direct.effect);
+  for (const std::string& text : {std::string("no base64!"), whole.substr(0, whole.size() / 2)}) {
+    Lv2Host host;
+    host.controls[kFeedback] = 55.0F;
+    EXPECT_FALSE(host.restore(text));
+    Lv2Block block = noiseBlock(256, 1);
+    host.process(block);
+    EXPECT_EQ(host.save(), whole) << text.size();
+  }
 }
 
 TEST(Lv2Audio, TakesTheBypassFromItsPortThoughAStateWasRestored) {

@@ -173,9 +173,10 @@ void Lv2Host::process(Lv2Block& block, const Lv2Position* position) {
   plugin->run(instance, static_cast<std::uint32_t>(block.in[0].size()));
 }
 
-void Lv2Host::restore(const std::string& stateText) {
+bool Lv2Host::restore(const std::string& stateText) {
   Session session{stateKey(), stateText};
-  stateOf(*plugin).restore(instance, Session::retrieve, &session, 0, nullptr);
+  return stateOf(*plugin).restore(instance, Session::retrieve, &session, 0, nullptr) ==
+         LV2_STATE_SUCCESS;
 }
 
 std::string Lv2Host::save() {

@@ -38,7 +38,8 @@ class Lv2Host {
   /// Null for a block in which the transport runs on as it did.
   void process(Lv2Block& block, const Lv2Position* position = nullptr);
 
-  void restore(const std::string& stateText);
+  /// False where the plug-in refuses it.
+  bool restore(const std::string& stateText);
   std::string save();
 
   int latency() const { return static_cast<int>(latencyPort); }
