@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "host/clap/ClapFactory.h"
+#include "host/clap/ClapPresetDiscovery.h"
 
 namespace {
 
@@ -15,8 +16,11 @@ bool enter(const char* pluginPath) {
 void leave() {}
 
 const void* getFactory(const char* id) {
-  if (id == nullptr || std::string_view(id) != CLAP_PLUGIN_FACTORY_ID) return nullptr;
-  return &orvantesco::clapFactory();
+  const std::string_view name = id != nullptr ? id : "";
+  if (name == CLAP_PLUGIN_FACTORY_ID) return &orvantesco::clapFactory();
+  const bool isDiscovery =
+      name == orvantesco::kClapPresetDiscoveryId || name == orvantesco::kClapPresetDiscoveryDraftId;
+  return isDiscovery ? &orvantesco::clapPresetDiscovery() : nullptr;
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/clap/ClapPresetDiscoveryApi.h"
 #include "host/clap/ClapTestHost.h"
 
 namespace orvantesco {
@@ -53,6 +54,17 @@ TEST(ClapEntry, TheFileLoadsAndTellsWhatItHolds) {
   }
   EXPECT_EQ(features, (std::vector<std::string>{"audio-effect", "delay", "stereo"}));
   module.entry->deinit();
+}
+
+TEST(ClapEntry, TheFileOffersItsPresetsToBrowsers) {
+  const ClapModule module;
+  ASSERT_NE(module.entry, nullptr);
+  for (const char* id : {kClapPresetDiscoveryId, kClapPresetDiscoveryDraftId}) {
+    const auto* const factory =
+        static_cast<const ClapPresetDiscoveryFactory*>(module.entry->get_factory(id));
+    ASSERT_NE(factory, nullptr) << id;
+    EXPECT_STREQ(factory->get_descriptor(factory, 0)->id, "com.qlm-works.orvantesco.presets");
+  }
 }
 
 TEST(ClapEntry, WhatIsNotThereIsNull) {
