@@ -43,6 +43,10 @@ void DpfEngine::takeMemory(double rateHz, int frames) {
 
 void DpfEngine::run(const float* const* inputs, float* const* outputs, int frames) noexcept {
   if (!hasMemory) return silence(outputs, frames);
+  if (resetIsWanted) {
+    resetIsWanted = false;
+    bypass.reset();
+  }
   for (int first = 0; first < frames; first += audio.longestPiece()) {
     const DpfAudio::Piece piece{first, std::min(audio.longestPiece(), frames - first)};
     AudioBlock block = audio.take(inputs, piece);

@@ -23,6 +23,9 @@ class DpfEngine {
   /// nothing: without the memory it says so and is false, and blocks are silent.
   bool activate(double rateHz, int frames);
 
+  /// Silences what still sounds from the next block on. Any thread.
+  void requestReset() noexcept { resetIsWanted = true; }
+
   /// One block of any length: three inputs (the side chain may be null) and two outputs. Audio
   /// thread.
   void run(const float* const* inputs, float* const* outputs, int frames) noexcept;
@@ -38,6 +41,7 @@ class DpfEngine {
   DpfAudio audio;
   PresetPrompts noPerson;
   PluginPresets presets{effect, userPresetLibrary(), noPerson};
+  Shared<bool> resetIsWanted{false};
   bool hasMemory = false;  ///< for blocks
   bool libraryIsPrepared = false;
 };

@@ -112,6 +112,10 @@ void DpfPlugin::activate() {
   setLatency(static_cast<std::uint32_t>(engine->host.latencySamples()));
 }
 
+void DpfPlugin::reset() {
+  if (engine) engine->requestReset();
+}
+
 void DpfPlugin::run(const float** inputs, float** outputs, std::uint32_t frames) {
   if (!engine) return;
   engine->host.takePosition(getTimePosition());

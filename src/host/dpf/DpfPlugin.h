@@ -42,6 +42,7 @@ class DpfPlugin : public DISTRHO::Plugin {
   bool isStateTaken() const override;
 
   void activate() override;
+  void reset() override;
   void run(const float** inputs, float** outputs, std::uint32_t frames) override;
 
  private:

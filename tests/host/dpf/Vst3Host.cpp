@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "host/dpf/Vst3Objects.h"
+#include "realtime/AudioThreadGuard.h"
 
 namespace orvantesco {
 namespace {
@@ -105,11 +106,22 @@ void Vst3Host::deactivate() {
 }
 
 void Vst3Host::setProcessing(bool processing) {
-  must(v3_cpp_obj(processor)->set_processing(processor, processing ? 1 : 0));
+  must(onAudioThread([this, processing] {
+    return v3_cpp_obj(processor)->set_processing(processor, processing ? 1 : 0);
+  }));
 }
 
 void Vst3Host::activateSideChain(bool active) {
   must(v3_cpp_obj(component)->activate_bus(component, V3_AUDIO, V3_INPUT, 1, active ? 1 : 0));
+}
+
+template <class Call>
+v3_result Vst3Host::onAudioThread(Call call) {
+  const AudioThreadGuard guard;
+  const v3_result result = call();
+  if (AudioThreadGuard::works())
+    heapAndLocks += guard.allocations() + guard.frees() + guard.locks();
+  return result;
 }
 
 void Vst3Host::process(Vst3Block& block) {
@@ -132,7 +144,7 @@ void Vst3Host::process(Vst3Block& block) {
   data.input_params = given.handle();
   data.output_params = block.hearsOutputs ? told.handle() : nullptr;
   data.ctx = block.context;
-  must(v3_cpp_obj(processor)->process(processor, &data));
+  must(onAudioThread([this, &data] { return v3_cpp_obj(processor)->process(processor, &data); }));
   for (const Vst3Change& change : told.all()) toldLatencies.push_back(change.normalized);
 }
 

@@ -41,6 +41,9 @@ class Vst3Host {
   void activateSideChain(bool active);
   void process(Vst3Block& block);
 
+  /// What calls of the audio thread asked of the heap and of locks; 0 where that is not counted.
+  int heapAndLocks = 0;
+
   /// The state as the plug-in writes it into a stream that takes at most so many bytes at once.
   std::string state(std::int32_t atOnce = 1 << 30);
 
@@ -69,6 +72,9 @@ class Vst3Host {
   v3_component** component = nullptr;
   v3_audio_processor** processor = nullptr;
   v3_edit_controller** controller = nullptr;
+  template <class Call>
+  v3_result onAudioThread(Call call);
+
   bool isActive = false;
   struct Handler;
   std::unique_ptr<Handler> handler;
