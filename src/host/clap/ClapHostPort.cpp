@@ -9,22 +9,26 @@ void ClapHostPort::latencyChanged(int samples) noexcept {
 }
 
 void ClapHostPort::beginParamChange(int paramIdx) {
-  push({HostChange::Kind::begin, paramIdx, 0.0});
+  if (push({HostChange::Kind::begin, paramIdx, 0.0})) gestures.begin(paramIdx);
 }
 
 void ClapHostPort::informParamChange(int paramIdx, double normalized) {
-  push({HostChange::Kind::value, paramIdx, normalized});
+  if (!push({HostChange::Kind::value, paramIdx, normalized})) postDuty(kRescanValues);
 }
 
-void ClapHostPort::endParamChange(int paramIdx) { push({HostChange::Kind::end, paramIdx, 0.0}); }
+void ClapHostPort::endParamChange(int paramIdx) {
+  if (gestures.end(paramIdx)) push({HostChange::Kind::end, paramIdx, 0.0});
+}
 
 void ClapHostPort::followParamChange(int paramIdx) noexcept {
   if (followed.note(paramIdx)) askToFetch();
 }
 
-void ClapHostPort::push(const HostChange& change) noexcept {
-  if (!changes.push(change)) postDuty(kRescanValues);
+/// False where there is no room.
+bool ClapHostPort::push(const HostChange& change) noexcept {
+  const bool isTaken = changes.push(change);
   askToFetch();
+  return isTaken;
 }
 
 void ClapHostPort::askToFetch() const noexcept {

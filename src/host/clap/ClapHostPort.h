@@ -9,6 +9,7 @@
 #include "host/clap/ClapHost.h"
 #include "host/clap/ClapTransport.h"
 #include "host/clap/FollowedSet.h"
+#include "host/clap/GestureCount.h"
 
 namespace orvantesco {
 
@@ -94,12 +95,13 @@ class ClapHostPort : public HostPort {
   unsigned takeDuties() noexcept { return duties.exchange(0, std::memory_order_relaxed); }
 
  private:
-  void push(const HostChange& change) noexcept;
+  bool push(const HostChange& change) noexcept;
   void askToFetch() const noexcept;
 
   const ClapHost& host;
   Shared<double> rate{0.0};
   ClapTransport transport;
+  GestureCount gestures;
   int partStart = 0;
   Shared<int> latency{0};
   Shared<bool> latencyMayChange{false};

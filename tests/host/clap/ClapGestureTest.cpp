@@ -136,6 +136,7 @@ TEST(ClapGesture, AfterAHandTheConsequenceTellsNothingOlder) {
 
 TEST(ClapGesture, AHostThatNeverFetchesIsToldToReadAgain) {
   ClapInstance instance;
+  effectOf(instance).BeginInformHostOfParamChange(kFeedback);
   for (int i = 0; i < 5000; ++i) {
     effectOf(instance).SetParameterFromGUI(kFeedback, i % 100 / 100.0);
   }
@@ -146,6 +147,26 @@ TEST(ClapGesture, AHostThatNeverFetchesIsToldToReadAgain) {
   instance.flush();
   ASSERT_FALSE(instance.out.told.empty());
   EXPECT_EQ(instance.out.told.back().type, CLAP_EVENT_PARAM_GESTURE_END);
+}
+
+/// Hands of which a full queue never told the host do not fill it with their ends.
+TEST(ClapGesture, AnEndWithoutABeginningIsNotTold) {
+  ClapInstance instance;
+  auto& effect = effectOf(instance);
+  effect.BeginInformHostOfParamChange(kFeedback);
+  for (int i = 0; i < 5000; ++i) turnKnob(effect, kWetLevel, i % 100 / 100.0);
+  effect.EndInformHostOfParamChange(kFeedback);
+  instance.out.room = 10000;
+  instance.flush();
+  int begun = 0;
+  int ended = 0;
+  for (const auto& told : instance.out.told) {
+    begun += told.type == CLAP_EVENT_PARAM_GESTURE_BEGIN ? 1 : 0;
+    ended += told.type == CLAP_EVENT_PARAM_GESTURE_END ? 1 : 0;
+  }
+  EXPECT_GT(begun, 100);
+  EXPECT_EQ(ended, begun);
+  EXPECT_EQ(instance.out.told.back().id, kFeedback);
 }
 
 TEST(ClapGesture, ALoadIsToldAsOne) {
