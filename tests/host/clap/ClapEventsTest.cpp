@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "host/clap/ClapParameters.h"
 #include "host/clap/ClapRender.h"
@@ -17,34 +19,33 @@ void playSilence(ClapInstance& instance, int frames = 512) {
   throughClap(instance, StereoBuffer(static_cast<std::size_t>(frames)), plan);
 }
 
-TEST(ClapEvents, AtOneFrameTheLastOneStands) {
+/// Where the feedback of the first two slots stands after a block of 512 frames with these events.
+std::pair<double, double> feedbackAfter(const std::vector<ClapMove>& events) {
   ClapInstance instance;
   instance.start();
-  for (int i = 0; i <= 100; ++i) instance.in.value(40, kFeedback, i / 100.0);
+  for (const ClapMove& event : events) instance.in.value(event.frame, event.id, event.value);
   playSilence(instance);
-  EXPECT_EQ(instance.value(kFeedback), 1.0);
+  return {instance.value(kFeedback), instance.value(kFeedback + 1)};
+}
+
+TEST(ClapEvents, AtOneFrameTheLastOneStands) {
+  std::vector<ClapMove> events;
+  for (int i = 0; i <= 100; ++i) events.push_back({40, kFeedback, i / 100.0});
+  EXPECT_EQ(feedbackAfter(events).first, 1.0);
 }
 
 TEST(ClapEvents, OutOfOrderTheListsOrderStands) {
-  ClapInstance instance;
-  instance.start();
-  instance.in.value(400, kFeedback, 0.1);
-  instance.in.value(3, kFeedback, 0.2);
-  instance.in.value(200, kFeedback + 1, 0.3);
-  instance.in.value(0, kFeedback, 0.4);
-  playSilence(instance);
-  EXPECT_EQ(instance.value(kFeedback), 0.4);
-  EXPECT_EQ(instance.value(kFeedback + 1), 0.3);
+  const auto [first, second] = feedbackAfter(
+      {{400, kFeedback, 0.1}, {3, kFeedback, 0.2}, {200, kFeedback + 1, 0.3}, {0, kFeedback, 0.4}});
+  EXPECT_EQ(first, 0.4);
+  EXPECT_EQ(second, 0.3);
 }
 
 TEST(ClapEvents, BeyondTheBlockAreNotLost) {
-  ClapInstance instance;
-  instance.start();
-  instance.in.value(512, kFeedback, 0.1);
-  instance.in.value(4000000000u, kFeedback + 1, 0.2);
-  playSilence(instance);
-  EXPECT_EQ(instance.value(kFeedback), 0.1);
-  EXPECT_EQ(instance.value(kFeedback + 1), 0.2);
+  const auto [first, second] =
+      feedbackAfter({{512, kFeedback, 0.1}, {4000000000u, kFeedback + 1, 0.2}});
+  EXPECT_EQ(first, 0.1);
+  EXPECT_EQ(second, 0.2);
 }
 
 TEST(ClapEvents, OfABlockWithoutFramesCount) {

@@ -33,8 +33,9 @@ void expectSame(const StereoBuffer& a, const StereoBuffer& b) {
   EXPECT_TRUE(a.right == b.right);
 }
 
+/// The host announces its longest block, or another length.
 StereoBuffer throughFresh(const std::vector<std::uint8_t>& state, const StereoBuffer& sound,
-                          const ClapPlan& plan) {
+                          const ClapPlan& plan, int announcedFrames = 0) {
   ClapInstance instance;
   EXPECT_TRUE(instance.load(state));
   if (plan.mono) {
@@ -42,8 +43,15 @@ StereoBuffer throughFresh(const std::vector<std::uint8_t>& state, const StereoBu
         extensionOf<ClapPluginAudioPortsConfig>(instance.plugin, kClapAudioPortsConfigId);
     EXPECT_TRUE(layouts.select(instance.plugin, 2));
   }
-  instance.start(plan.rateHz, plan.longest());
+  instance.start(plan.rateHz, announcedFrames > 0 ? announcedFrames : plan.longest());
   return throughClap(instance, sound, plan);
+}
+
+/// What the plan gives through the plug-in is what the effect alone gives.
+void expectTheEffectsOwn(const ClapPlan& plan, int announcedFrames = 0) {
+  const auto state = busyState();
+  const StereoBuffer sound = noise(20000);
+  expectSame(throughFresh(state, sound, plan, announcedFrames), withoutClap(state, sound, plan));
 }
 
 double loudest(const StereoBuffer& sound) {
@@ -142,13 +150,7 @@ TEST(ClapSound, IsTheSameInPlace) {
   expectSame(throughFresh(state, sound, plan), apart);
 }
 
-TEST(ClapSound, OfAMonoInputIsTheEffectsOwn) {
-  const auto state = busyState();
-  const StereoBuffer sound = noise(20000);
-  ClapPlan plan;
-  plan.mono = true;
-  expectSame(throughFresh(state, sound, plan), withoutClap(state, sound, plan));
-}
+TEST(ClapSound, OfAMonoInputIsTheEffectsOwn) { expectTheEffectsOwn({.mono = true}); }
 
 /// In 32 bits it is the same sound, rounded where it enters and where it leaves.
 TEST(ClapSound, In32BitsDiffersByTheRoundingAlone) {
@@ -169,14 +171,7 @@ TEST(ClapSound, In32BitsDiffersByTheRoundingAlone) {
 }
 
 TEST(ClapSound, ABlockBeyondTheAnnouncedLengthIsTakenInPieces) {
-  const auto state = busyState();
-  const StereoBuffer sound = noise(20000);
-  ClapPlan plan;
-  plan.blocks = {5000};
-  ClapInstance instance;
-  instance.load(state);
-  instance.start(plan.rateHz, 64);
-  expectSame(throughClap(instance, sound, plan), withoutClap(state, sound, plan));
+  expectTheEffectsOwn({.blocks = {5000}}, 64);
 }
 
 }  // namespace
