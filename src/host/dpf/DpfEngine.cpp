@@ -1,9 +1,12 @@
 #include "host/dpf/DpfEngine.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <exception>
+#include <limits>
 
+#include "host/binding/TailTime.h"
 #include "host/dpf/DpfParameters.h"
 
 namespace orvantesco {
@@ -39,6 +42,13 @@ void DpfEngine::takeMemory(double rateHz, int frames) {
   bypass.prepare(frames, rateHz);
   effect.ResetDSP();  // no audio runs, so it needs no request
   hasMemory = true;
+}
+
+std::uint32_t DpfEngine::tailFrames() const {
+  constexpr std::uint32_t endless = std::numeric_limits<std::uint32_t>::max();
+  const double seconds = bypassed ? 0.0 : tailSeconds(effect);
+  const double frames = std::ceil(seconds * host.sampleRate()) + effect.latency;
+  return frames < endless ? static_cast<std::uint32_t>(frames) : endless;
 }
 
 void DpfEngine::run(const float* const* inputs, float* const* outputs, int frames) noexcept {

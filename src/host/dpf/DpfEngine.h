@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "core/Orvantesco.h"
 #include "fx/Shared.h"
 #include "host/binding/PluginBypass.h"
@@ -29,6 +31,10 @@ class DpfEngine {
   /// One block of any length: three inputs (the side chain may be null) and two outputs. Audio
   /// thread.
   void run(const float* const* inputs, float* const* outputs, int frames) noexcept;
+
+  /// Frames that it sounds on behind its input: the latency where it is bypassed, the largest
+  /// number where it never fades. Any thread.
+  std::uint32_t tailFrames() const;
 
   DpfHostPort host;
   Orvantesco effect{host};

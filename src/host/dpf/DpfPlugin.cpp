@@ -1,5 +1,6 @@
 #include "host/dpf/DpfPlugin.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <exception>
@@ -29,10 +30,19 @@ constexpr std::array<PortNames, DISTRHO_PLUGIN_NUM_INPUTS> inputNames{
 constexpr std::array<PortNames, DISTRHO_PLUGIN_NUM_OUTPUTS> outputNames{
     {{"Output Left", "out_left"}, {"Output Right", "out_right"}}};
 
+/// Null, and a word about it, where there is no memory for it.
+std::unique_ptr<DpfEngine> buildEngine() noexcept try {
+  return std::make_unique<DpfEngine>();
+} catch (const std::exception& failure) {
+  d_stderr("Orvantesco: there is no effect: %s", failure.what());
+  return nullptr;
+}
+
 }  // namespace
 
+/// The wrapper is in the middle of building its own object, so it is no place to throw either.
 DpfPlugin::DpfPlugin() : Plugin(kDpfParameters, 0, numStates) {
-  if (!isDummyInstance()) engine = std::make_unique<DpfEngine>();
+  if (!isDummyInstance()) engine = buildEngine();
 }
 
 const char* DpfPlugin::getLabel() const { return PluginIdentity::name; }
@@ -116,8 +126,15 @@ void DpfPlugin::reset() {
   if (engine) engine->requestReset();
 }
 
+std::uint32_t DpfPlugin::getTailSamples() const { return engine ? engine->tailFrames() : 0; }
+
 void DpfPlugin::run(const float** inputs, float** outputs, std::uint32_t frames) {
-  if (!engine) return;
+  if (!engine) {
+    for (int i = 0; i < DISTRHO_PLUGIN_NUM_OUTPUTS; ++i) {
+      if (outputs[i] != nullptr) std::fill_n(outputs[i], frames, 0.0F);
+    }
+    return;
+  }
   engine->host.takePosition(getTimePosition());
   engine->run(inputs, outputs, static_cast<int>(frames));
   setLatency(static_cast<std::uint32_t>(engine->host.latencySamples()));

@@ -18,7 +18,7 @@ class DpfPlugin : public DISTRHO::Plugin {
  public:
   DpfPlugin();
 
-  /// The engine, null where the object only answers questions.
+  /// The engine, null where the object only answers questions or found no memory.
   DpfEngine* instance() noexcept { return engine.get(); }
 
  protected:
@@ -43,6 +43,7 @@ class DpfPlugin : public DISTRHO::Plugin {
 
   void activate() override;
   void reset() override;
+  std::uint32_t getTailSamples() const override;
   void run(const float** inputs, float** outputs, std::uint32_t frames) override;
 
  private:

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 #include "host/dpf/DirectEffect.h"
 #include "host/dpf/DpfState.h"
 #include "host/dpf/Vst3Host.h"
@@ -80,6 +83,22 @@ TEST_F(Vst3Lifecycle, PlaysNothingBeforeItIsActivatedButTakesItsChanges) {
   host.activate(rateHz, longestBlock);
   playNoise(20);
   EXPECT_GT(peakOfSilence(), 0.01);
+}
+
+TEST_F(Vst3Lifecycle, TellsHowLongItSoundsOn) {
+  host.activate(rateHz, longestBlock);
+  const auto frames = static_cast<std::uint32_t>(std::ceil(direct.effect.tailSeconds() * rateHz));
+  // Twenty milliseconds at half the level each: 90 dB take fifteen of them.
+  EXPECT_GE(frames, 15 * 960U);
+  EXPECT_LE(frames, 2 * 15 * 960U);
+  EXPECT_EQ(host.tail(), frames + host.latency());
+  Vst3Block flush(0);
+  flush.changes = {{vst3IdOf(kFeedback), 0, 1.0}};
+  host.process(flush);
+  EXPECT_EQ(host.tail(), std::numeric_limits<std::uint32_t>::max());
+  flush.changes = {{vst3IdOf(kNumParams), 0, 1.0}};
+  host.process(flush);
+  EXPECT_EQ(host.tail(), host.latency());
 }
 
 }  // namespace
