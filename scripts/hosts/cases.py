@@ -3,12 +3,15 @@ from dataclasses import dataclass
 
 import numpy as np
 
-RATE, SECONDS, TEMPO = 48000, 4, 100
+# A beat of 32768 frames: what hosts count in (1920 ticks of a beat in Ardour, binary fractions of it
+# in CLAP) hits every block of 1024 without rounding.
+RATE, SECONDS, TEMPO = 48000, 4, 87.890625
+BLOCK = 1024
 
 
 @dataclass(frozen=True)
 class Move:
-    """A parameter that jumps: its name, its largest value above 0, and (frame, share of it)."""
+    """A parameter that jumps: its name, its largest value (the least is 0), and (frame, share)."""
 
     name: str
     most: float
@@ -32,9 +35,9 @@ class Case:
 # A second voice that ducks the echoes.
 DUCKED = ("ENV1 On=ON", "ENV1 Source=SIDECHAIN", "Level ModSource1=ENV1",
           "Level ModDepth 1=-25")
-# At the end of a block of 1024; shares of the range that no rounding touches. One jump only: what
-# lies between the first and the last point of a list Ardour takes up a block late.
-SWELL = Move("Feedback 1", 160, ((0, 0.25), (47 * 1024, 0.5)))
+# Where blocks begin; shares of the range that no rounding touches.
+SWELL = Move("Feedback 1", 160, tuple((block * BLOCK, share) for block, share in (
+    (0, 0.25), (12, 0.5), (30, 0.125), (47, 0.625), (80, 0.25), (121, 0.5))))
 
 # What sounds alike whenever it begins: neither a modulator that runs free does, nor do grains.
 CASES = (

@@ -3,7 +3,7 @@ import subprocess
 
 import soundfile as sf
 
-from hosts.cases import RATE, TEMPO, main_signal, side_signal
+from hosts.cases import BLOCK, RATE, TEMPO, main_signal, side_signal
 
 
 class Program:
@@ -36,7 +36,7 @@ class Program:
             more += ["--automation", self.automation(case)]
         subprocess.run([self.program, "render", self.input, "-o", file, "--state",
                         state or self.state_file(case), "--tempo", str(TEMPO), "--format", "double",
-                        "--tail", "0", "--block", "1024", "--quiet", *more], check=True)
+                        "--tail", "0", "--block", str(BLOCK), "--quiet", *more], check=True)
         return sf.read(file)[0]
 
     def automation(self, case):

@@ -22,11 +22,15 @@ local function side_route ()
   return side
 end
 
+local function wait (ms)
+  ARDOUR.LuaAPI.usleep (ms * 1000)
+end
+
 -- The engine runs in real time, a fresh effect fades in, and an LFO that follows the song shall
 -- begin where the song does.
 local function settle ()
   Session:goto_start (false)
-  ARDOUR.LuaAPI.usleep (700000)
+  wait (700)
 end
 
 local function export (name)
@@ -77,12 +81,17 @@ local function play (wet, side, case)
   assert (preset and preset.valid, "no preset " .. case.name)
   assert (plugin:load_preset (preset), "preset " .. case.name .. " is refused")
   if case.side then connect_side_chain (wet, fx, side) end
-  if case.move then automate (fx, case.move) end
+  if case.move then
+    wait (100)  -- for a block: the ports that come with a state are older than it
+    automate (fx, case.move)
+  end
   settle ()
   export (case.name)
   return fx
 end
 
+-- A list that counts in beats takes up a point that stands just where a block begins a block late.
+ARDOUR.config ().default_automation_time_domain = Temporal.TimeDomain.AudioTime
 AudioEngine:set_backend ("None (Dummy)", "", "")
 if PLAN.reload then
   Session = load_session (PLAN.session, "check")
