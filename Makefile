@@ -37,7 +37,7 @@ presets-check: all ## listen to every factory preset, draw docs/presets.png; fai
 hosts-check: plugins all ## play presets in Ardour and under JACK, without a screen, and compare with the program
 	@$(INSTALL) hosts presets
 	@cmake --preset release -DORVANTESCO_BENCH=OFF -DORVANTESCO_PLUGINS=ON
-	@$(BUILD) release --target jack-player
+	@$(BUILD) release --target jack-player --target clap-player
 	@scripts/check-hosts
 
 test: ## build everything and run every test

@@ -11,6 +11,7 @@ import time
 import soundfile as sf
 
 from hosts.cases import RATE, SECONDS, TEMPO
+from hosts.facts import RUNS, quickest, seconds_told
 
 HERE = pathlib.Path(__file__).resolve().parent
 ARDOUR = pathlib.Path("/usr/lib/ardour7")
@@ -40,6 +41,11 @@ def plan_of(case):
     if case.move:
         plan["move"] = {"name": case.move.name, "points": case.move.points}
     return plan
+
+
+def bare_plan(label):
+    """Of a state that is only played."""
+    return {"name": label, "side": False}
 
 
 class Ardour:
@@ -79,14 +85,14 @@ class Ardour:
                               capture_output=True, timeout=300)
         if done.returncode != 0 or "\nError:" in "\n" + done.stdout:
             raise SystemExit(done.stdout + done.stderr)
-        if loaded := re.findall(r"^loaded in (\d+) us$", done.stdout, re.MULTILINE):
-            self.seconds["load"] = min(map(int, loaded)) / 1e6
+        self.seconds = quickest(self.seconds, seconds_told(done.stdout))
 
     def play(self, cases):
         self.run(cases=[plan_of(case) for case in cases])
 
-    def reload(self):
-        self.run(reload="again")
+    def reload(self, labels=()):
+        """Plays the session as it was saved, and states with it."""
+        self.run(reload="again", cases=[bare_plan(label) for label in labels])
 
     def sound(self, name):
         return sf.read(self.out / (name + ".wav"))[0]
@@ -104,16 +110,18 @@ class Lv2InArdour(Ardour):
     def offer(self, states):
         """States by label, as presets of the plug-in."""
         bundle = self.home / ".lv2/Check.lv2"
-        bundle.mkdir()
-        manifest = PREFIXES
-        for number, (label, state) in enumerate(states.items()):
+        bundle.mkdir(exist_ok=True)
+        file = bundle / "manifest.ttl"
+        manifest = file.read_text() if file.exists() else PREFIXES
+        for label, state in states.items():
+            number = len(list(bundle.iterdir()))
             about = (f'<urn:check:{number}> a pset:Preset ; lv2:appliesTo <{URI}> ;'
                      f' rdfs:label "{label}"')
             manifest += f"{about} ; rdfs:seeAlso <{number}.ttl> .\n"
             text = base64.b64encode(state).decode()
             (bundle / f"{number}.ttl").write_text(
                 f'{PREFIXES}{about} ; state:state [ <{URI}#state> "{text}" ] .\n')
-        (bundle / "manifest.ttl").write_text(manifest)
+        file.write_text(manifest)
 
     def saved_state(self):
         """The state in the session, which is the only long text in its turtle."""
@@ -132,19 +140,22 @@ class Vst3InArdour(Ardour):
     def install(self, plugins):
         bundle = self.home / ".vst3/Orvantesco.vst3"
         shutil.copytree(plugins / "Orvantesco.vst3", bundle)
-        began = time.monotonic()
-        done = subprocess.run([ARDOUR / "ardour-vst3-scanner", "-f", bundle],
-                              env=self.environment, text=True, capture_output=True, timeout=60)
-        self.seconds["scan"] = time.monotonic() - began
+        self.seconds = quickest(*(self.scan(bundle) for _ in range(RUNS)))
         found = list((self.home / ".cache/ardour7").rglob("*.v3i"))
         if not found:
-            raise SystemExit(f"Ardour's scanner finds no plug-in\n{done.stdout}{done.stderr}")
+            raise SystemExit("Ardour's scanner finds no plug-in")
         self.classId = re.search(r'uid="([0-9A-F]{32})"', found[0].read_text())[1]
+
+    def scan(self, bundle):
+        began = time.monotonic()
+        subprocess.run([ARDOUR / "ardour-vst3-scanner", "-f", bundle], env=self.environment,
+                       capture_output=True, timeout=60)
+        return {"scanned": time.monotonic() - began}
 
     def offer(self, states):
         """States by label, as files of presets: a header, what the plug-in reads, and an index."""
         folder = self.home / ".vst3/presets/qlm-works/Orvantesco"
-        folder.mkdir(parents=True)
+        folder.mkdir(parents=True, exist_ok=True)
         for label, state in states.items():
             words = (b"__dpf_state_begin__", b"state", base64.b64encode(state),
                      b"__dpf_state_end__")

@@ -3,8 +3,8 @@ from dataclasses import dataclass
 
 import numpy as np
 
-# A beat of 32768 frames: what hosts count in (1920 ticks of a beat in Ardour, binary fractions of it
-# in CLAP) hits every block of 1024 without rounding.
+# A beat of 32768 frames: what hosts count in (1920 ticks of a beat in Ardour, binary fractions in
+# CLAP) hits every block of 1024 without rounding.
 RATE, SECONDS, TEMPO = 48000, 4, 87.890625
 BLOCK = 1024
 
@@ -35,9 +35,10 @@ class Case:
 # A second voice that ducks the echoes.
 DUCKED = ("ENV1 On=ON", "ENV1 Source=SIDECHAIN", "Level ModSource1=ENV1",
           "Level ModDepth 1=-25")
-# Where blocks begin; shares of the range that no rounding touches.
+# Where blocks begin and in the midst of echoes, so that a point that comes late is heard; shares of
+# the range that no rounding touches.
 SWELL = Move("Feedback 1", 160, tuple((block * BLOCK, share) for block, share in (
-    (0, 0.25), (12, 0.5), (30, 0.125), (47, 0.625), (80, 0.25), (121, 0.5))))
+    (0, 0.25), (28, 0.5), (52, 0.125), (75, 0.625), (98, 0.25), (122, 0.5))))
 
 # What sounds alike whenever it begins: neither a modulator that runs free does, nor do grains.
 CASES = (
@@ -66,3 +67,9 @@ def main_signal():
 
 def side_signal():
     return bursts(1, 15000)
+
+
+def write_raw_signal(file):
+    """All three voices, frame by frame, for players without a reader of audio files."""
+    np.column_stack([main_signal(), side_signal()]).astype(np.float32).tofile(file)
+    return file

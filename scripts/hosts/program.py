@@ -47,6 +47,13 @@ class Program:
 
     def preset_of(self, state, file):
         """A preset file with the settings of a state."""
-        subprocess.run([self.program, "preset", "save", "-o", file, "--state", state], check=True,
+        return self.convert("preset", file, "--state", state)
+
+    def state_of(self, preset, file):
+        """A state block with the settings of a preset file."""
+        return self.convert("state", file, "--preset", preset)
+
+    def convert(self, kind, file, *source):
+        subprocess.run([self.program, kind, "save", "-o", file, *source], check=True,
                        stdout=subprocess.DEVNULL)
         return file

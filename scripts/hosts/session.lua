@@ -90,14 +90,7 @@ local function play (wet, side, case)
   return fx
 end
 
--- A list that counts in beats takes up a point that stands just where a block begins a block late.
-ARDOUR.config ().default_automation_time_domain = Temporal.TimeDomain.AudioTime
-AudioEngine:set_backend ("None (Dummy)", "", "")
-if PLAN.reload then
-  Session = load_session (PLAN.session, "check")
-  settle ()
-  export (PLAN.reload)
-else
+local function create ()
   Session = create_session (PLAN.session, "check", PLAN.rate)
   local map = Temporal.TempoMap.fetch_writable ()
   map:set_tempo (Temporal.Tempo (PLAN.tempo, PLAN.tempo, 4), Temporal.timepos_t (0))
@@ -105,12 +98,27 @@ else
   local side = side_route ()
   local wet = route ("wet", 2)
   add (wet, "Orvantesco Check Signal", ARDOUR.PluginType.Lua, 0)
-  local last
-  for _, case in ipairs (PLAN.cases) do
-    if last then wet:remove_processor (last, nil, true) end
-    last = play (wet, side, case)
-  end
-  Session:save_state ("")
+  return wet, side
 end
+
+-- Exports the session as it was saved, and leaves the plug-in that played as the last one.
+local function reload ()
+  Session = load_session (PLAN.session, "check")
+  settle ()
+  export (PLAN.reload)
+  local wet = Session:route_by_name ("wet")
+  return wet, Session:route_by_name ("side"), wet:nth_plugin (1)
+end
+
+-- A list that counts in beats takes up a point that stands just where a block begins a block late.
+ARDOUR.config ().default_automation_time_domain = Temporal.TimeDomain.AudioTime
+AudioEngine:set_backend ("None (Dummy)", "", "")
+local wet, side, last
+if PLAN.reload then wet, side, last = reload () else wet, side = create () end
+for _, case in ipairs (PLAN.cases) do
+  if last then wet:remove_processor (last, nil, true) end
+  last = play (wet, side, case)
+end
+if not PLAN.reload then Session:save_state ("") end
 close_session ()
 quit ()

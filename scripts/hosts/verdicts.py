@@ -1,0 +1,49 @@
+"""Compares sounds and says what came of it."""
+import numpy as np
+
+LIMIT_DB = -100
+HEARD_DB = -60
+LONGEST_SHIFT = 400  # frames, more than any latency
+
+
+def aligned(got, expected):
+    """How late a sound is, in frames, and both where they overlap then."""
+    def left(shift):
+        return np.mean((got[shift:] - expected[:len(got) - shift]) ** 2)
+
+    shift = min(range(LONGEST_SHIFT), key=left)
+    return shift, got[shift:], expected[:len(got) - shift]
+
+
+def difference(got, expected):
+    """dB of what is left where two sounds are laid upon each other, and the best shift."""
+    shift, late, early = aligned(got, expected)
+    return 10 * np.log10(np.mean((late - early) ** 2) / np.mean(early ** 2) + 1e-30), shift
+
+
+class Verdicts:
+    """Prints every comparison and remembers whether all were good."""
+
+    good = True
+
+    def take(self, good, what, figures):
+        self.good = self.good and bool(good)
+        print(f"{'good' if good else 'BAD ':4}  {what:55} {figures}", flush=True)
+
+    def alike(self, what, got, expected):
+        db, shift = difference(got, expected)
+        self.take(db < LIMIT_DB, what, f"{db:7.1f} dB, {shift} frames late")
+
+    def identical(self, what, got, expected):
+        shift, late, early = aligned(got, expected)
+        unlike = np.count_nonzero(late != early)
+        self.take(unlike == 0, what, f"{unlike:7d} of {early.size} numbers differ, "
+                                     f"{shift} frames late")
+
+    def heard(self, what, with_it, without):
+        """What happens during a case has to be heard, or playing it alike proves nothing."""
+        db = difference(with_it, without)[0]
+        self.take(db > HEARD_DB, what, f"{db:7.1f} dB")
+
+    def quick(self, what, seconds, limit):
+        self.take(seconds < limit, what, f"{seconds * 1000:7.0f} ms")
