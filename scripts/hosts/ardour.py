@@ -11,7 +11,7 @@ import time
 import soundfile as sf
 
 from hosts.cases import RATE, SECONDS, TEMPO
-from hosts.facts import RUNS, quickest, seconds_told
+from hosts.facts import BUNDLES, RUNS, quickest, seconds_told
 
 HERE = pathlib.Path(__file__).resolve().parent
 ARDOUR = pathlib.Path("/usr/lib/ardour7")
@@ -37,15 +37,15 @@ def lua(value):
 
 
 def plan_of(case):
-    plan = {"name": case.label, "side": case.sideChain}
+    plan = {**bare_plan(case.label), "side": case.sideChain}
     if case.move:
         plan["move"] = {"name": case.move.name, "points": case.move.points}
     return plan
 
 
-def bare_plan(label):
-    """Of a state that is only played."""
-    return {"name": label, "side": False}
+def bare_plan(label, file=None):
+    """Of a preset that is only played, into a file of another name if asked."""
+    return {"name": label, "file": file or label, "side": False}
 
 
 class Ardour:
@@ -87,8 +87,10 @@ class Ardour:
             raise SystemExit(done.stdout + done.stderr)
         self.seconds = quickest(self.seconds, seconds_told(done.stdout))
 
-    def play(self, cases):
-        self.run(cases=[plan_of(case) for case in cases])
+    def play(self, cases, shipped):
+        """Cases, and a factory preset in front of them, as the host lists it."""
+        plans = [bare_plan(self.listed(shipped), "shipped"), *map(plan_of, cases)]
+        self.run(cases=plans)
 
     def reload(self, labels=()):
         """Plays the session as it was saved, and states with it."""
@@ -105,7 +107,11 @@ class Lv2InArdour(Ardour):
         super().__init__(folder, plugins, "LV2")
 
     def install(self, plugins):
-        shutil.copytree(plugins / "Orvantesco.lv2", self.home / ".lv2/Orvantesco.lv2")
+        for name in BUNDLES:
+            shutil.copytree(plugins / name, self.home / ".lv2" / name)
+
+    def listed(self, preset):
+        return preset.replace("/", ": ")
 
     def offer(self, states):
         """States by label, as presets of the plug-in."""
@@ -140,11 +146,16 @@ class Vst3InArdour(Ardour):
     def install(self, plugins):
         bundle = self.home / ".vst3/Orvantesco.vst3"
         shutil.copytree(plugins / "Orvantesco.vst3", bundle)
+        self.presets = self.home / ".vst3/presets/qlm-works/Orvantesco"
+        shutil.copytree(plugins / "Orvantesco.vst3-presets", self.presets)
         self.seconds = quickest(*(self.scan(bundle) for _ in range(RUNS)))
         found = list((self.home / ".cache/ardour7").rglob("*.v3i"))
         if not found:
             raise SystemExit("Ardour's scanner finds no plug-in")
         self.classId = re.search(r'uid="([0-9A-F]{32})"', found[0].read_text())[1]
+
+    def listed(self, preset):
+        return preset.replace("/", " - ")
 
     def scan(self, bundle):
         began = time.monotonic()
@@ -154,14 +165,12 @@ class Vst3InArdour(Ardour):
 
     def offer(self, states):
         """States by label, as files of presets: a header, what the plug-in reads, and an index."""
-        folder = self.home / ".vst3/presets/qlm-works/Orvantesco"
-        folder.mkdir(parents=True, exist_ok=True)
         for label, state in states.items():
             words = (b"__dpf_state_begin__", b"state", base64.b64encode(state),
                      b"__dpf_state_end__")
             content = b"".join(word + b"\0" for word in words) + b"\xfe"
             header = 4 + 4 + 32 + 8
-            (folder / f"{label}.vstpreset").write_bytes(
+            (self.presets / f"{label}.vstpreset").write_bytes(
                 b"VST3" + struct.pack("<i", 1) + self.classId.encode()
                 + struct.pack("<q", header + len(content)) + content
                 + b"List" + struct.pack("<i", 1)

@@ -52,6 +52,9 @@ CASES = (
     Case("Echo/Tape Dotted Eighth", move=SWELL),
 )
 
+# Whose main modulator stands still as it is shipped.
+SHIPPED = "Echo/Bright Digital Eighths"
+
 
 def bursts(channel, sounding):
     """What scripts/hosts/signal.lua plays on a channel, counted from 1."""

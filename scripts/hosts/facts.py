@@ -7,6 +7,7 @@ import subprocess
 HERE = pathlib.Path(__file__).resolve().parent
 SCAN_SECONDS, LOAD_SECONDS = 0.1, 0.3
 RUNS = 5
+BUNDLES = "Orvantesco.lv2", "Orvantesco-presets.lv2"
 
 ENTRIES = {"Orvantesco.clap": ["clap_entry"],
            "Orvantesco.vst3/Contents/*/Orvantesco.so": ["GetPluginFactory", "ModuleEntry",
@@ -34,10 +35,10 @@ def lv2_seconds(home):
     return quickest(*(seconds_told(run.stdout) for run in runs))
 
 
-def lv2_errors(bundle):
-    """Whether the turtle is valid, and what the tool says in the end."""
-    done = subprocess.run(["lv2_validate", *sorted(bundle.glob("*.ttl"))], text=True,
-                          capture_output=True, timeout=120)
+def lv2_errors(plugins):
+    """Whether the turtle is valid, that of the presets too, and what the tool says in the end."""
+    files = sorted(file for bundle in BUNDLES for file in (plugins / bundle).glob("*.ttl"))
+    done = subprocess.run(["lv2_validate", *files], text=True, capture_output=True, timeout=120)
     words = re.search("^Found .*", done.stdout + done.stderr, re.M)
     good = done.returncode == 0 and words and words[0].startswith("Found 0 errors")
     return good, words[0] if words else done.stderr.strip()

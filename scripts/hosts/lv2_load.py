@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Loads the LV2 through the library that hosts use, and prints how long each step takes: to find
-it, to read its turtle, to make an instance. Run by scripts/check-hosts in an environment of its own.
-"""
+it, to read its turtle, to make an instance. scripts/check-hosts runs it in an environment of its
+own."""
 import ctypes
 import time
 from ctypes import (CFUNCTYPE, POINTER, Structure, byref, c_char_p, c_double, c_int32, c_uint32,

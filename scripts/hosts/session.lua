@@ -1,5 +1,5 @@
--- Plays the plug-in in a session of its own: builds it, or opens the one that was saved, and exports
--- every case. scripts/hosts/ardour.py writes the table PLAN in front of this.
+-- Plays the plug-in in a session of its own: builds it, or opens the one that was saved, and
+-- exports every case. scripts/hosts/ardour.py writes the table PLAN in front of this.
 
 local function route (name, channels)
   local list = Session:new_audio_route (channels, channels, nil, 1, name,
@@ -86,7 +86,7 @@ local function play (wet, side, case)
     automate (fx, case.move)
   end
   settle ()
-  export (case.name)
+  export (case.file)
   return fx
 end
 
