@@ -25,6 +25,11 @@ TEST(Vst3Parameters, KeepTheirIds) {
   EXPECT_EQ(asciiOf(host.parameter(inFront + kNumParams).title), "Bypass");
 }
 
+/// Sessions find the plug-in itself by this.
+TEST(Vst3Parameters, BelongToAClassThatStaysTheSame) {
+  EXPECT_EQ(vst3ClassOfBundle(), "2046504473616C634373564F00000000");
+}
+
 TEST(Vst3Parameters, MarkTheBypassAsOne) {
   Vst3Host host;
   const v3_param_info bypass = host.parameter(inFront + kNumParams);
