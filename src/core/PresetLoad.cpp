@@ -89,7 +89,7 @@ Preset SettingsStore::loadPreset(const Preset& preset, const PresetLabel* label)
     loaded = currentPreset();
     editor().runDisplayTimers();
   }
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     editor().refreshSlot(slot);
     editor().refreshLanes(slot);
   }
@@ -97,7 +97,7 @@ Preset SettingsStore::loadPreset(const Preset& preset, const PresetLabel* label)
 }
 
 void SettingsStore::takeMasks(const Preset& preset) {
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
     TapMasks masks = effect.tapMasks(slot);
     masks.left = preset.tapMask[2 * s].value_or(masks.left);
@@ -119,7 +119,7 @@ void SettingsStore::takeParameters(const Preset& preset) {
     storeHeld(param, value ? double{*value} : param.defaultValue());
     effect.OnParamChange(index);
   }
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     if (!values.quietenFeedback[static_cast<std::size_t>(slot)]) continue;
     IParam& feedback = *effect.GetParam(kFeedback + slot);
     storeHeld(feedback, feedback.value() * kTappedMixLoss);
@@ -138,7 +138,7 @@ void SettingsStore::showLoaded() {
 Preset SettingsStore::currentPreset() const {
   const std::lock_guard one(effect.gate.turn);
   Preset preset;
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
     const TapControls& taps = effect.slots[s].controls.taps;
     for (std::size_t k = 0; k < 2; ++k) {
