@@ -68,6 +68,7 @@ void SettingsStore::restoreState(const HostState& state) {
     return;
   }
   const std::lock_guard one(effect.gate.turn);
+  ++bulkOperations;
   takeColourSet(state);
   setParametersToDefaults();
   if (state.stateVersion < kOldestStateVersion) return;
