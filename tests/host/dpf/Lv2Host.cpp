@@ -70,10 +70,19 @@ const LV2_Descriptor* descriptor() {
   return found;
 }
 
+/// Knows the numbers of all types, which takes a while to ask for.
+const LV2_Atom_Forge& freshForge() {
+  static const LV2_Atom_Forge forge = [] {
+    LV2_Atom_Forge made;
+    lv2_atom_forge_init(&made, urids());
+    return made;
+  }();
+  return forge;
+}
+
 /// A sequence of one event, or of none.
 void writeEvents(std::vector<std::uint64_t>& port, const Lv2Position* position) {
-  LV2_Atom_Forge forge;
-  lv2_atom_forge_init(&forge, urids());
+  LV2_Atom_Forge forge = freshForge();
   lv2_atom_forge_set_buffer(&forge, reinterpret_cast<std::uint8_t*>(port.data()),
                             port.size() * sizeof(port[0]));
   LV2_Atom_Forge_Frame sequence, object;
@@ -159,18 +168,33 @@ void Lv2Host::connectControls() {
   }
 }
 
+void Lv2Host::connectControlsApart() {
+  controlsApart.assign(controls.rbegin(), controls.rend());
+  const std::size_t last = controls.size() - 1;
+  for (std::uint32_t index = 0; index <= last; ++index) {
+    plugin->connect_port(instance, firstControl + index, &controlsApart[last - index]);
+  }
+}
+
 void Lv2Host::process(Lv2Block& block, const Lv2Position* position) {
+  float* const in[] = {block.in[0].data(), block.in[1].data(),
+                       block.side.empty() ? nullptr : block.side.data()};
+  float* const out[] = {block.out[0].data(), block.out[1].data()};
+  process(in, out, static_cast<std::uint32_t>(block.in[0].size()), position);
+}
+
+void Lv2Host::process(float* const* in, float* const* out, std::uint32_t frames,
+                      const Lv2Position* position) {
   writeEvents(eventsIn, position);
-  auto* const out = reinterpret_cast<LV2_Atom_Sequence*>(eventsOut.data());
-  out->atom = {static_cast<std::uint32_t>(eventWords * sizeof(eventsOut[0]) - sizeof(LV2_Atom)), 0};
-  void* const ports[] = {
-      block.in[0].data(),  block.in[1].data(),  block.side.empty() ? nullptr : block.side.data(),
-      block.out[0].data(), block.out[1].data(), eventsIn.data(),
-      eventsOut.data()};
+  auto* const told = reinterpret_cast<LV2_Atom_Sequence*>(eventsOut.data());
+  told->atom = {static_cast<std::uint32_t>(eventWords * sizeof(eventsOut[0]) - sizeof(LV2_Atom)),
+                0};
+  void* const ports[] = {in[0], in[1], in[2], out[0], out[1], eventsIn.data(), eventsOut.data()};
   for (std::uint32_t port = 0; port < std::size(ports); ++port) {
     plugin->connect_port(instance, port, ports[port]);
   }
-  plugin->run(instance, static_cast<std::uint32_t>(block.in[0].size()));
+  if (!controlsApart.empty()) controlsApart.assign(controls.rbegin(), controls.rend());
+  plugin->run(instance, frames);
 }
 
 bool Lv2Host::restore(const std::string& stateText) {

@@ -38,11 +38,19 @@ class Lv2Host {
   /// Null for a block in which the transport runs on as it did.
   void process(Lv2Block& block, const Lv2Position* position = nullptr);
 
+  /// The same for channels that lie anywhere: left, right and side chain (null for none), and two
+  /// outputs.
+  void process(float* const* in, float* const* out, std::uint32_t frames,
+               const Lv2Position* position = nullptr);
+
   /// False where the plug-in refuses it.
   bool restore(const std::string& stateText);
   std::string save();
 
   int latency() const { return static_cast<int>(latencyPort); }
+
+  /// Connects the ports to values that lie in no order; `controls` is still what sets them.
+  void connectControlsApart();
 
   std::vector<float> controls;  ///< by the index of the parameter; the last one is "Enabled"
 
@@ -52,6 +60,7 @@ class Lv2Host {
   const LV2_Descriptor* plugin = nullptr;
   LV2_Handle instance = nullptr;
   float latencyPort = 0.0F;
+  std::vector<float> controlsApart;  ///< the last one first
   std::vector<std::uint64_t> eventsIn, eventsOut;
 };
 

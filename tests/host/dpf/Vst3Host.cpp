@@ -148,6 +148,10 @@ void Vst3Host::process(Vst3Block& block) {
   for (const Vst3Change& change : told.all()) toldLatencies.push_back(change.normalized);
 }
 
+void Vst3Host::processUncounted(v3_process_data& data) {
+  must(v3_cpp_obj(processor)->process(processor, &data));
+}
+
 std::string Vst3Host::state(std::int32_t atOnce) {
   Vst3Stream stream({}, {atOnce});
   must(v3_cpp_obj(component)->get_state(component, stream.handle()));

@@ -41,6 +41,9 @@ class Vst3Host {
   void activateSideChain(bool active);
   void process(Vst3Block& block);
 
+  /// A block that the caller has laid out as the format has it, to be timed.
+  void processUncounted(v3_process_data& data);
+
   /// What calls of the audio thread asked of the heap and of locks; 0 where that is not counted.
   int heapAndLocks = 0;
 
