@@ -12,8 +12,7 @@ class App;
 
 namespace orvantesco::cli {
 
-/// `orvantesco scope`: shows what the modulators do over time, as numbers or as a picture. It knows
-/// no `--block`: its blocks are the vectors of the engine.
+/// `orvantesco scope`: shows what the modulators do over time, as numbers or as a picture.
 class ScopeCommand {
  public:
   /// Declares the command; the object must outlive the parsing.

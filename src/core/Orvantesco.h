@@ -31,7 +31,6 @@
 #include "host/HostPort.h"
 #include "host/IPlugAAX.h"
 #include "master/MasterEffectFactory.h"
-#include "params/ParamIndex.h"
 
 namespace orvantesco {
 
@@ -260,7 +259,7 @@ class Orvantesco : public IPlugAAX {
   bool mainInputIsMono() const noexcept;
 
   // Control words, requests and flags: any thread.
-  std::array<Slot, numSlots> slots;
+  std::array<Slot, kSlots> slots;
   std::array<EffectPosition, kEffectPositions> positions;
   GlobalControls globals;
   ModulatorControls modulatorControls;

@@ -27,7 +27,7 @@ class PresetConnection : private PresetTarget {
   bool presetIsLoading() const override;
   bool loadPresetFile(const std::string& relativePath) override;
   bool writePresetFile(const std::string& fullPath) override;
-  bool showSavedPreset(const std::string& relativePath) override;
+  void showPreset(const std::string& name, const std::string& folderLabel) override;
   void showMessage(PresetMessage message) override;
 
   Orvantesco& engine;

@@ -7,7 +7,6 @@
 #include "core/GlobalControls.h"
 #include "core/Slot.h"
 #include "core/TailLength.h"
-#include "params/ParamIndex.h"
 
 namespace orvantesco {
 
@@ -23,7 +22,7 @@ namespace orvantesco {
 /// Reads control words only. Any thread; keeps no state.
 class TailEstimate {
  public:
-  using Slots = std::array<Slot, numSlots>;
+  using Slots = std::array<Slot, kSlots>;
   using Positions = std::array<EffectPosition, kEffectPositions>;
 
   TailEstimate(const Slots& slots, const Positions& positions, const GlobalControls& globals,

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "presets/PresetNames.h"
+
 namespace orvantesco {
 
 PresetBrowser::PresetBrowser(PresetLibrary& from, PresetTarget& to, PresetPrompts& person)
@@ -31,21 +33,23 @@ void PresetBrowser::followLibrary() {
 void PresetBrowser::choosePresetFromMenu() {
   followLibrary();
   const auto place = prompts.chooseFrom(menu());
-  if (place) loadPresetByPath(fileAt(*place));
+  if (place) loadPresetByPath(choose(*place));
 }
 
 void PresetBrowser::stepPreset(bool forward) {
   followLibrary();
   if (target.presetIsLoading()) return;
-  loadPresetByPath(nextFile(forward));
+  loadPresetByPath(chooseNext(forward));
 }
 
-/// Empty where there is none.
-std::string PresetBrowser::nextFile(bool forward) const {
+/// Chooses the preset to step to and returns its file: read later, the selection may be that of a
+/// state which a host has restored meanwhile. Empty where there is none.
+std::string PresetBrowser::chooseNext(bool forward) {
   const std::lock_guard lock(mutex);
   const PresetEntry* const entry =
       stepFrom(catalogue->presetOrder, presetMenu.selectedPath(), forward);
-  return entry != nullptr ? presetMenu.fileOf(entry->relativePath) : "";
+  const bool isChosen = entry != nullptr && presetMenu.selectPath(entry->relativePath);
+  return isChosen ? presetMenu.selectedFile() : "";
 }
 
 void PresetBrowser::loadPresetByPath(const std::string& relativePath) {
@@ -76,24 +80,27 @@ void PresetBrowser::savePreset(const std::string& fullPath) {
 
 void PresetBrowser::listSaved(const std::string& fullPath) {
   const std::string relativePath = relativePresetPath(fullPath, library.folders());
+  const std::string path(withoutExtension(relativePath));
+  target.showPreset(path.substr(path.rfind('/') + 1), presetFolderLabelOf(relativePath));
   // Other instances scan at their next action, this one at once.
   library.raiseGeneration();
   buildPresetMenu();
+  const bool isListed = selectFile(relativePath);
   // A spelling that the tree is not known by, on a disk that tells letters' cases apart.
-  if (!target.showSavedPreset(relativePath)) target.showMessage(PresetMessage::notInUserFolder);
+  if (!isListed) target.showMessage(PresetMessage::notInUserFolder);
 }
 
 void PresetBrowser::openPresetFolder() { prompts.openFolder(library.folders().presetRootPath); }
 
-/// Empty for what is no preset.
-std::string PresetBrowser::fileAt(PresetMenuPlace place) const {
+/// The same for an item of the menu.
+std::string PresetBrowser::choose(PresetMenuPlace place) {
   const std::lock_guard lock(mutex);
-  return presetMenu.fileAt(place);
+  return presetMenu.choose(place) ? presetMenu.selectedFile() : "";
 }
 
-bool PresetBrowser::selectFile(const std::string& relativePath) {
+bool PresetBrowser::selectFile(const std::string& filePath) {
   const std::lock_guard lock(mutex);
-  return presetMenu.selectFile(relativePath);
+  return presetMenu.selectFile(filePath);
 }
 
 bool PresetBrowser::select(const PresetSelection& selection) {

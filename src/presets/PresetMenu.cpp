@@ -1,7 +1,6 @@
 #include "presets/PresetMenu.h"
 
 #include <cstddef>
-#include <utility>
 
 #include "presets/PresetFolders.h"
 
@@ -71,15 +70,11 @@ int PresetMenu::nodeOf(std::string_view relativePath) const {
   return found == nodePlaces.end() ? kNoNode : found->second;
 }
 
-const PopupItem* PresetMenu::itemAt(PresetMenuPlace place) const {
+PopupItem* PresetMenu::itemAt(PresetMenuPlace place) {
   if (place.node < 0 || place.node >= static_cast<int>(menuNodes.size())) return nullptr;
-  const std::vector<PopupItem>& items = menuNodes[static_cast<std::size_t>(place.node)].menu.items;
+  std::vector<PopupItem>& items = menuNodes[static_cast<std::size_t>(place.node)].menu.items;
   const bool isThere = place.item >= 0 && place.item < static_cast<int>(items.size());
   return isThere ? &items[static_cast<std::size_t>(place.item)] : nullptr;
-}
-
-PopupItem* PresetMenu::itemAt(PresetMenuPlace place) {
-  return const_cast<PopupItem*>(std::as_const(*this).itemAt(place));
 }
 
 void PresetMenu::clearSelection() {
@@ -100,14 +95,9 @@ bool PresetMenu::choose(PresetMenuPlace place) {
   return true;
 }
 
-std::string PresetMenu::fileAt(PresetMenuPlace place) const {
-  const PopupItem* const item = itemAt(place);
-  return item != nullptr && item->isPreset() ? item->filePath() : "";
-}
-
-std::string PresetMenu::fileOf(std::string_view relativePath) const {
+bool PresetMenu::selectPath(std::string_view relativePath) {
   const auto found = itemPlaces.find(std::string(relativePath));
-  return found != itemPlaces.end() ? fileAt(found->second) : "";
+  return found != itemPlaces.end() && choose(found->second);
 }
 
 bool PresetMenu::selectFile(std::string_view filePath) {
@@ -133,7 +123,11 @@ PresetSelection PresetMenu::selection() const {
   return {menuNodes[static_cast<std::size_t>(currentMenu)].relativePath, selectedIndex};
 }
 
-const PopupItem* PresetMenu::selectedItem() const { return itemAt({currentMenu, selectedIndex}); }
+const PopupItem* PresetMenu::selectedItem() const {
+  if (selectedIndex == kNoItem) return nullptr;
+  const auto& items = menuNodes[static_cast<std::size_t>(currentMenu)].menu.items;
+  return &items[static_cast<std::size_t>(selectedIndex)];
+}
 
 std::string PresetMenu::selectedPath() const {
   const PopupItem* const item = selectedItem();

@@ -171,6 +171,25 @@ TEST(Lv2Audio, HearsTheSideChainWhereItsPortIsConnected) {
   EXPECT_FALSE(playDucked(true) == playDucked(false));
 }
 
+/// Whether a host keeps the values side by side or each at a place of its own.
+TEST(Lv2Audio, TakesEveryPortThatMovesWhereverItLies) {
+  for (const bool apart : {false, true}) {
+    DirectEffect direct;
+    Lv2Host host;
+    if (apart) host.connectControlsApart();
+    Lv2Block block = noiseBlock(64, 1);
+    for (const int index : {0, kFeedback, kNumParams / 2, kNumParams - 1}) {
+      const IParam& param = *direct.effect.GetParam(index);
+      const double moved = param.value() == param.max() ? param.min() : param.max();
+      host.process(block);
+      host.controls[static_cast<std::size_t>(index)] = static_cast<float>(moved);
+      host.process(block);
+      direct.set(index, moved);
+      EXPECT_EQ(host.save(), stateText(direct.effect)) << index;
+    }
+  }
+}
+
 TEST(Lv2Audio, PassesTheDrySignalLateWhileItIsNotEnabled) {
   Lv2Host host;
   host.controls.back() = 0.0F;
