@@ -39,9 +39,11 @@ def lv2_errors(plugins):
     """Whether the turtle is valid, that of the presets too, and what the tool says in the end."""
     files = sorted(file for bundle in BUNDLES for file in (plugins / bundle).glob("*.ttl"))
     done = subprocess.run(["lv2_validate", *files], text=True, capture_output=True, timeout=120)
-    words = re.search("^Found .*", done.stdout + done.stderr, re.M)
-    good = done.returncode == 0 and words and words[0].startswith("Found 0 errors")
-    return good, words[0] if words else done.stderr.strip()
+    said = done.stdout + done.stderr
+    # Of a file that it cannot read the tool says so, and counts no error.
+    fault = re.search("^(error:|Found [^0]).*", said, re.M)
+    end = re.search("^Found .*", said, re.M)
+    return end is not None and fault is None, (fault or end or [said.strip()])[0]
 
 
 def exports(plugins, pattern):
