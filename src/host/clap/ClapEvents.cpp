@@ -74,16 +74,14 @@ const clap_event_transport_t* transportIn(const clap_event_header_t& header) noe
   return eventIn<clap_event_transport_t>(header, CLAP_EVENT_TRANSPORT);
 }
 
-bool sendChanges(ClapHostPort& port, const ClapParameters& parameters,
+void sendChanges(ClapHostPort& port, const ClapParameters& parameters,
                  const clap_output_events_t* list) noexcept {
-  const bool any = port.changes.front() != nullptr || !port.followed.isEmpty();
-  if (!any || list == nullptr || list->try_push == nullptr) return any;
+  if (list == nullptr || list->try_push == nullptr) return;
   while (const HostChange* const change = port.changes.front()) {
-    if (!send(*change, parameters, *list)) return any;
+    if (!send(*change, parameters, *list)) return;
     port.changes.pop();
   }
   port.followed.tellEach([&](int paramIdx) { return sendFollowed(paramIdx, parameters, *list); });
-  return any;
 }
 
 }  // namespace orvantesco

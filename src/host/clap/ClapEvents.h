@@ -45,9 +45,9 @@ class ClapEvents {
 const clap_event_param_value_t* parameterValueIn(const clap_event_header_t& header) noexcept;
 const clap_event_transport_t* transportIn(const clap_event_header_t& header) noexcept;
 
-/// Hands what waits to the host's list; whether there was anything. What the list refuses waits on.
-/// The thread that processes or flushes.
-bool sendChanges(ClapHostPort& port, const ClapParameters& parameters,
+/// Hands what waits to the host's list. What the list refuses waits on. The thread that processes
+/// or flushes.
+void sendChanges(ClapHostPort& port, const ClapParameters& parameters,
                  const clap_output_events_t* list) noexcept;
 
 }  // namespace orvantesco

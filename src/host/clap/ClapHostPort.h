@@ -49,6 +49,9 @@ class ClapHostPort : public HostPort {
   ChangeQueue changes;
   FollowedSet followed;
 
+  /// Whether any of it waits. The thread that fetches.
+  bool hasNews() const noexcept { return changes.front() != nullptr || !followed.isEmpty(); }
+
   /// Marks the calling thread as the one in the host's hands, which fetches the changes itself and
   /// needs no request to do so.
   class Visit {

@@ -159,9 +159,9 @@ void ClapPlugin::render(int first, int frames) noexcept {
 
 /// What the plug-in has moved itself changes the tail as what the host has moved does.
 void ClapPlugin::tell(const clap_output_events_t* list) noexcept {
-  if (sendChanges(port, initialised->parameters, list)) {
-    initialised->tail.settingsChanged();
-  }
+  if (!port.hasNews()) return;
+  sendChanges(port, initialised->parameters, list);
+  initialised->tail.settingsChanged();
 }
 
 void ClapPlugin::flush(const clap_input_events_t* in, const clap_output_events_t* out) noexcept {

@@ -53,15 +53,13 @@ void ClapTail::count(std::int64_t& quietFrames, bool quiet, int frameCount) noex
 }
 
 void ClapTail::hear(const AudioBlock& block) noexcept {
-  const bool main = areQuiet(block.inputs, block.inputCount, block.frames);
-  const bool side = block.sideChain == nullptr || isQuiet(block.sideChain, block.frames);
-  count(quietInput, main && side, block.frames);
+  const bool quiet = areQuiet(block.inputs, block.inputCount, block.frames) &&
+                     (block.sideChain == nullptr || isQuiet(block.sideChain, block.frames));
+  count(quietInput, quiet, block.frames);
 }
 
-/// Behind an input that sounds nobody asks for the output.
-void ClapTail::look(const AudioBlock& block) noexcept {
-  const bool quiet = quietInput > 0 && areQuiet(block.outputs, block.outputCount, block.frames);
-  count(quietOutput, quiet, block.frames);
+void ClapTail::lookBehindSilence(const AudioBlock& block) noexcept {
+  count(quietOutput, areQuiet(block.outputs, block.outputCount, block.frames), block.frames);
 }
 
 clap_process_status ClapTail::status() noexcept {

@@ -49,7 +49,14 @@ class ClapTail {
 
   /// Looks at a part that has been rendered: its input before, its output after. Audio thread.
   void hear(const AudioBlock& block) noexcept;
-  void look(const AudioBlock& block) noexcept;
+  void look(const AudioBlock& block) noexcept {
+    // Behind an input that sounds nobody asks for the output.
+    if (quietInput == 0) {
+      quietOutput = 0;
+    } else {
+      lookBehindSilence(block);
+    }
+  }
 
   /// What the host should do next. Audio thread.
   ///
@@ -58,6 +65,7 @@ class ClapTail {
   clap_process_status status() noexcept;
 
  private:
+  void lookBehindSilence(const AudioBlock& block) noexcept;
   static void count(std::int64_t& quietFrames, bool isQuiet, int frames) noexcept;
 
   const Orvantesco& effect;
