@@ -65,6 +65,8 @@ int processorCores() { return static_cast<int>(std::max(1U, std::thread::hardwar
 void RenderArguments::addTo(CLI::App& command) {
   addFiles(command);
   addPlaying(command);
+  command.add_option("--block", block, "frames per host block, or random:SEED")
+      ->capture_default_str();
   command.add_flag("--keep-latency", keepLatency, "leave the latency in the output");
   command.add_option("--format", sampleFormat, "pcm16, pcm24, float or double");
   command.add_flag("--stats", stats, "print what was rendered as JSON");
@@ -79,7 +81,6 @@ void RenderArguments::addPlaying(CLI::App& command) {
   };
   option("--automation", automationFile, "CSV lines seconds,NAME,VALUE")->type_name("FILE");
   option("--sidechain", sideChainFile, "third input, of the same rate as INPUT")->type_name("FILE");
-  option("--block", block, "frames per host block, or random:SEED")->capture_default_str();
   option("--tail", tail, "seconds of silence after the input, or auto")->capture_default_str();
   option("--warm-up", warmUp, "seconds of silence before the input")->capture_default_str();
 }

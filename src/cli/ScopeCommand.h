@@ -12,7 +12,8 @@ class App;
 
 namespace orvantesco::cli {
 
-/// `orvantesco scope`: shows what the modulators do over time, as numbers or as a picture.
+/// `orvantesco scope`: shows what the modulators do over time, as numbers or as a picture. It knows
+/// no `--block`: its blocks are the vectors of the engine.
 class ScopeCommand {
  public:
   /// Declares the command; the object must outlive the parsing.

@@ -146,10 +146,10 @@ void Orvantesco::prepareBuses() noexcept {
 }
 
 void Orvantesco::runSlots() noexcept {
-  for (int slot = 0; slot < kSlots; ++slot) processSlot(slot);
+  for (int slot = 0; slot < numSlots; ++slot) processSlot(slot);
   // All slots have read their delays before any writes, so neither the matrix nor the order of
   // the slots changes what is heard within a sub-block.
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     const Slot& s = slots[slot];
     if (s.running) writeFeedback(slot, s.feedbackL, s.feedbackR);
   }

@@ -15,7 +15,8 @@ class BulkGate {
   BulkGate& operator=(const BulkGate&) = delete;
 
   /// Taken by whoever begins a restore or a load, or saves, so that one follows the other. Before
-  /// the `mutex` of the effect, never under it. Not for the audio thread.
+  /// the `mutex` of the effect, never under it, and not held while a file is read or written. Not
+  /// for the audio thread.
   std::recursive_mutex turn;
 
   // What runs. Any thread.

@@ -52,11 +52,6 @@ std::string SettingsStore::presetFolderLabel() {
   return editorState.presetFolderLabel;
 }
 
-void SettingsStore::setPresetRoot(const std::string& path) {
-  const std::lock_guard one(effect.gate.turn);
-  presetRootPath = path;
-}
-
 PresetSelection SettingsStore::presetSelection() {
   const std::lock_guard one(effect.gate.turn);
   return presetMenu != nullptr ? presetMenu->selection() : editorState.selection;
@@ -68,6 +63,12 @@ void SettingsStore::select(const PresetSelection& selection) {
   } else {
     editorState.selection = selection;
   }
+}
+
+/// Nothing is selected where the menu does not list the file.
+void SettingsStore::selectFile(const std::string& relativePath) {
+  const bool isListed = presetMenu != nullptr && presetMenu->selectFile(relativePath);
+  if (!isListed) select({});
 }
 
 void SettingsStore::setPresetMenu(PresetMenuPort* menu) {

@@ -68,6 +68,7 @@ void SettingsStore::restoreState(const HostState& state) {
     return;
   }
   const std::lock_guard one(effect.gate.turn);
+  ++bulkOperations;
   takeColourSet(state);
   setParametersToDefaults();
   if (state.stateVersion < kOldestStateVersion) return;
@@ -81,7 +82,7 @@ void SettingsStore::restoreState(const HostState& state) {
     effect.fade.request();
     settle();
   }
-  for (int slot = 0; slot < kSlots; ++slot) editor().refreshSlot(slot);
+  for (int slot = 0; slot < numSlots; ++slot) editor().refreshSlot(slot);
 }
 
 void SettingsStore::takeColourSet(const HostState& state) {
@@ -113,7 +114,7 @@ void SettingsStore::takePage(std::optional<int> page) {
 }
 
 void SettingsStore::takeMasks(const HostState& state) {
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
     TapMasks masks = effect.tapMasks(slot);
     masks.left = maskOf(state.tapMask[2 * s].value_or(masks.left));

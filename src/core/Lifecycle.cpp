@@ -84,7 +84,7 @@ Orvantesco::Orvantesco(HostPort& hostPort, const OrvantescoOptions& options)
   seedNoise(positions, seed);
   const bool freshProcess = initialisedRate <= 0.0;
   bank->buildParameterBank();
-  for (int slot = 0; slot < kSlots; ++slot) slots[static_cast<std::size_t>(slot)].index = slot;
+  for (int slot = 0; slot < numSlots; ++slot) slots[static_cast<std::size_t>(slot)].index = slot;
   attachInputs(options.mainInputs, options.sideChain);
   buildMasterEffects();
   initForRate(rate);
@@ -112,7 +112,7 @@ void Orvantesco::attachInputs(int mainInputs, bool sideChain) {
 
 void Orvantesco::connectInputs(int mainInputs, bool sideChain) {
   attachInputs(mainInputs, sideChain);
-  for (int slot = 0; slot < kSlots; ++slot) OnParamChange(kInput + slot);
+  for (int slot = 0; slot < numSlots; ++slot) OnParamChange(kInput + slot);
   for (int envelope = 0; envelope < numEnvelopes; ++envelope) OnParamChange(kEnvSource + envelope);
 }
 

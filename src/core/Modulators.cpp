@@ -20,7 +20,7 @@ enum EnvelopeSource {
   kInRight,
   kFirstSlotMono,  ///< then left and right of the slot, then the next slot
   kSidechain = 15,
-  kMasterFx
+  kMasterReturn
 };
 
 std::size_t at(int number) { return static_cast<std::size_t>(number); }
@@ -154,12 +154,12 @@ const double* Orvantesco::envelopeSource(int menuPosition) const noexcept {
       return buses.inR.data();
     case kSidechain:
       return buses.sideIn.data();
-    case kMasterFx:
+    case kMasterReturn:
       return buses.masterReturn.left.data();
     default:
       break;
   }
-  if (menuPosition < kInMono || menuPosition > kMasterFx) return nullptr;
+  if (menuPosition < kInMono || menuPosition > kMasterReturn) return nullptr;
   const Slot& slot = slots[at((menuPosition - kFirstSlotMono) / 3)];
   const int channel = (menuPosition - kFirstSlotMono) % 3;
   if (channel == 0) return slot.slotMono.data();

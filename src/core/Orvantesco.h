@@ -31,6 +31,7 @@
 #include "host/HostPort.h"
 #include "host/IPlugAAX.h"
 #include "master/MasterEffectFactory.h"
+#include "params/ParamIndex.h"
 
 namespace orvantesco {
 
@@ -259,7 +260,7 @@ class Orvantesco : public IPlugAAX {
   bool mainInputIsMono() const noexcept;
 
   // Control words, requests and flags: any thread.
-  std::array<Slot, kSlots> slots;
+  std::array<Slot, numSlots> slots;
   std::array<EffectPosition, kEffectPositions> positions;
   GlobalControls globals;
   ModulatorControls modulatorControls;

@@ -21,8 +21,8 @@ bool PresetConnection::writePresetFile(const std::string& fullPath) {
   return engine.writePresetFile(fullPath, false);
 }
 
-void PresetConnection::showPreset(const std::string& name, const std::string& folderLabel) {
-  engine.settings().showPreset(name, folderLabel);
+bool PresetConnection::showSavedPreset(const std::string& relativePath) {
+  return engine.settings().showSavedPreset(relativePath);
 }
 
 void PresetConnection::showMessage(PresetMessage message) { engine.showMessage(message); }

@@ -27,7 +27,7 @@ class PresetConnection : private PresetTarget {
   bool presetIsLoading() const override;
   bool loadPresetFile(const std::string& relativePath) override;
   bool writePresetFile(const std::string& fullPath) override;
-  void showPreset(const std::string& name, const std::string& folderLabel) override;
+  bool showSavedPreset(const std::string& relativePath) override;
   void showMessage(PresetMessage message) override;
 
   Orvantesco& engine;

@@ -1,17 +1,11 @@
-// Loading and saving presets: text files that list what differs from the defaults.
+// Presets on their way into the engine and back: values that list what differs from the defaults.
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "core/Orvantesco.h"
 #include "params/ParamBank.h"
-#include "presets/FileContent.h"
-#include "presets/PresetBackup.h"
 #include "presets/PresetMigration.h"
-#include "presets/PresetNames.h"
-#include "presets/PresetReader.h"
-#include "presets/PresetWriter.h"
 
 namespace orvantesco {
 
@@ -43,17 +37,6 @@ std::vector<PresetValue> listedValues(const ParamBank& bank) {
   return values;
 }
 
-PresetLabel labelOf(const std::string& relativePath) {
-  return {presetNameOf(relativePath), presetFolderLabelOf(relativePath)};
-}
-
-/// Whether the file still holds what was read of it.
-bool isAsRead(const OpenedPreset& opened) {
-  const auto content = readFile(opened.fullPath, kLargestPresetBytes);
-  const auto* text = std::get_if<std::string>(&content);
-  return text != nullptr && *text == opened.text;
-}
-
 }  // namespace
 
 void SettingsStore::applyPreset(const Preset& preset) {
@@ -65,13 +48,14 @@ void SettingsStore::applyPreset(const Preset& preset) {
 void SettingsStore::applyPreset(const Preset& preset, const std::string& relativePath) {
   const std::lock_guard one(effect.gate.turn);
   select({});
-  const PresetLabel label = labelOf(relativePath);
+  const PresetLabel label = presetLabelOf(relativePath);
   loadPreset(preset, &label);
 }
 
 /// Returns what a file of the loaded settings holds, taken before anybody else can change them.
 Preset SettingsStore::loadPreset(const Preset& preset, const PresetLabel* label) {
   const std::lock_guard one(effect.gate.turn);
+  ++bulkOperations;
   Preset loaded;
   {
     const BulkGate::Operation loading(effect.gate, BulkGate::Work::presetLoad);
@@ -89,7 +73,7 @@ Preset SettingsStore::loadPreset(const Preset& preset, const PresetLabel* label)
     loaded = currentPreset();
     editor().runDisplayTimers();
   }
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     editor().refreshSlot(slot);
     editor().refreshLanes(slot);
   }
@@ -97,7 +81,7 @@ Preset SettingsStore::loadPreset(const Preset& preset, const PresetLabel* label)
 }
 
 void SettingsStore::takeMasks(const Preset& preset) {
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
     TapMasks masks = effect.tapMasks(slot);
     masks.left = preset.tapMask[2 * s].value_or(masks.left);
@@ -119,7 +103,7 @@ void SettingsStore::takeParameters(const Preset& preset) {
     storeHeld(param, value ? double{*value} : param.defaultValue());
     effect.OnParamChange(index);
   }
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     if (!values.quietenFeedback[static_cast<std::size_t>(slot)]) continue;
     IParam& feedback = *effect.GetParam(kFeedback + slot);
     storeHeld(feedback, feedback.value() * kTappedMixLoss);
@@ -138,7 +122,7 @@ void SettingsStore::showLoaded() {
 Preset SettingsStore::currentPreset() const {
   const std::lock_guard one(effect.gate.turn);
   Preset preset;
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     const auto s = static_cast<std::size_t>(slot);
     const TapControls& taps = effect.slots[s].controls.taps;
     for (std::size_t k = 0; k < 2; ++k) {
@@ -150,65 +134,6 @@ Preset SettingsStore::currentPreset() const {
   preset.lastPage = editorState.currentPage;
   preset.values = listedValues(*effect.bank);
   return preset;
-}
-
-bool SettingsStore::readPresetFile(const std::string& relativePath) {
-  const std::lock_guard one(effect.gate.turn);
-  const std::string fullPath = presetRootPath + relativePath;
-  auto content = readFile(fullPath, kLargestPresetBytes);
-  auto* text = std::get_if<std::string>(&content);
-  if (text == nullptr) return refusePreset("NO FILE");
-  PresetResult result = parsePreset(*text);
-  auto* reading = std::get_if<PresetReading>(&result);
-  if (reading == nullptr) return refusePreset("WRONG FILE");
-  opened =
-      OpenedPreset{fullPath, std::move(*text), labelOf(relativePath), std::move(reading->preset)};
-  showPreset(opened->label.name, opened->label.folder);
-  return true;
-}
-
-/// Always false: there is no preset.
-bool SettingsStore::refusePreset(std::string_view reason) {
-  const std::lock_guard lock(effect.mutex);
-  editorState.presetName = reason;
-  editor().showPresetName(editorState.presetName);
-  return false;
-}
-
-void SettingsStore::applyLoadedPreset() {
-  const std::lock_guard one(effect.gate.turn);
-  if (!opened) return;
-  // What the editor shows may come back here and open another one.
-  const OpenedPreset applied = *opened;
-  const Preset loaded = loadPreset(applied.preset, &applied.label);
-  if (isOldPreset(applied.preset)) rewrite(applied, loaded);
-}
-
-/// What somebody has written there meanwhile is not what was loaded, and stays.
-void SettingsStore::rewrite(const OpenedPreset& old, const Preset& loaded) {
-  if (!isAsRead(old)) return;
-  // A folder that cannot be written keeps its old file, which loads just as well the next time.
-  const bool isRewritten =
-      keepBackup(old.fullPath) && writeFile(old.fullPath, presetText(loaded)).empty();
-  if (!isRewritten) showMessage(PresetMessage::cannotWrite);
-}
-
-bool SettingsStore::loadPresetFile(const std::string& relativePath) {
-  const std::lock_guard one(effect.gate.turn);
-  if (!readPresetFile(relativePath)) return false;
-  applyLoadedPreset();
-  return true;
-}
-
-bool SettingsStore::writePresetFile(const std::string& fullPath, bool rewriteAfterMigration) {
-  if (fullPath.empty()) return false;
-  const std::lock_guard one(effect.gate.turn);
-  if (rewriteAfterMigration && !keepBackup(fullPath)) return true;
-  return !writeFile(fullPath, presetText(currentPreset())).empty();
-}
-
-bool SettingsStore::keepBackup(const std::string& fullPath) const {
-  return keepPresetBackup(fullPath, presetRootPath).empty();
 }
 
 }  // namespace orvantesco

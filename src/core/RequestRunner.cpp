@@ -119,8 +119,8 @@ void Orvantesco::carryOutEffectRequests(int index) noexcept {
   // Built for another rate than the one that has come into force meanwhile.
   if (isNew && instances.builtAtRate != engineRate()) renewInstances(instances);
   if (bits != 0) {
-    const SlotControls& controls = slots[static_cast<std::size_t>(index % kSlots)].controls;
-    giveSettings(instances, {position, controls, index / kSlots == kStagePO}, bits);
+    const SlotControls& controls = slots[static_cast<std::size_t>(index % numSlots)].controls;
+    giveSettings(instances, {position, controls, index / numSlots == kStagePO}, bits);
   }
   if (!isNew && !(bits & kTakeEffectSwitch)) return;
   // The switch comes last, as when one turns the knobs of an effect and then switches it on: its

@@ -2,7 +2,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "core/EditorState.h"
@@ -40,7 +39,7 @@ class SettingsStore {
   /// engine.
   void restoreState(const HostState& state);
 
-  // Presets (PresetLoad.cpp).
+  // Presets as values (PresetLoad.cpp).
 
   /// Applies a preset of any version, from wherever it comes: parameters that it does not list get
   /// their defaults, and nothing is selected in the library's menu.
@@ -53,11 +52,18 @@ class SettingsStore {
   /// What a preset file of the present settings holds.
   Preset currentPreset() const;
 
+  // Presets as files (PresetFile.cpp).
+
   /// See the operations of the same names of `Orvantesco`.
   bool readPresetFile(const std::string& relativePath);
   void applyLoadedPreset();
   bool loadPresetFile(const std::string& relativePath);
   bool writePresetFile(const std::string& fullPath, bool rewriteAfterMigration);
+
+  /// Shows name and folder of what `writePresetFile` has written, the path counting from the
+  /// presets' root, and selects it in the menu; false where the menu does not list it. Does nothing
+  /// where other settings have come meanwhile.
+  bool showSavedPreset(const std::string& relativePath);
 
   /// Where the preset folders lie; nothing is read or written before it is told.
   void setPresetRoot(const std::string& path);
@@ -89,6 +95,12 @@ class SettingsStore {
   void setColourSet(int set);
 
  private:
+  /// A preset that was applied, and what a file of the settings then holds.
+  struct LoadedPreset {
+    OpenedPreset file;
+    Preset settings;
+  };
+
   HostState stateOutsideTheBank();
   void takeColourSet(const HostState& state);
   void setParametersToDefaults();
@@ -103,10 +115,12 @@ class SettingsStore {
   void showLoaded();
   void settle();
   Preset loadPreset(const Preset& preset, const PresetLabel* label);
-  void rewrite(const OpenedPreset& old, const Preset& loaded);
-  bool refusePreset(std::string_view reason);
-  bool keepBackup(const std::string& fullPath) const;
+  std::string presetRoot();
+  bool takeOpening(PresetOpening opening, const std::string& relativePath);
+  std::optional<LoadedPreset> applyOpened();
+  void bringUpToDate(const LoadedPreset& loaded);
   void select(const PresetSelection& selection);
+  void selectFile(const std::string& relativePath);
   /// The editor, or one that ignores everything.
   EditorPort& editor() const noexcept;
 
@@ -117,6 +131,8 @@ class SettingsStore {
   PresetMenuPort* presetMenu = nullptr;
   std::string presetRootPath;
   std::optional<OpenedPreset> opened;  ///< the preset read last, to be applied
+  unsigned bulkOperations = 0;         ///< loads and restores so far
+  unsigned writtenAt = 0;              ///< as many there were when a file was last written
   int lastPageLoaded = kDelayPage;
 };
 

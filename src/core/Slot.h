@@ -12,8 +12,6 @@
 
 namespace orvantesco {
 
-inline constexpr int kSlots = 4;
-
 /// What the depth pointers of a slot's two delays address. Filled anew at each sub-block.
 struct DelayDepthCells {
   double time = 0.0;           ///< samples

@@ -128,7 +128,7 @@ void Orvantesco::writeFeedback(int slotIndex, double feedbackL, double feedbackR
   StereoVector& write = buses.scratch;
   if (slot.controls.matrixOn) {
     write = {};
-    for (std::size_t from = 0; from < kSlots; ++from) {
+    for (std::size_t from = 0; from < numSlots; ++from) {
       if (!slots[from].running || !slots[from].delayRunning) continue;
       const double gain = slot.controls.matrix[from];
       vecAddProductConst(slots[from].feedbackVec.left.data(), gain * feedbackL, write.left.data(),

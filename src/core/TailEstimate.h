@@ -7,6 +7,7 @@
 #include "core/GlobalControls.h"
 #include "core/Slot.h"
 #include "core/TailLength.h"
+#include "params/ParamIndex.h"
 
 namespace orvantesco {
 
@@ -22,7 +23,7 @@ namespace orvantesco {
 /// Reads control words only. Any thread; keeps no state.
 class TailEstimate {
  public:
-  using Slots = std::array<Slot, kSlots>;
+  using Slots = std::array<Slot, numSlots>;
   using Positions = std::array<EffectPosition, kEffectPositions>;
 
   TailEstimate(const Slots& slots, const Positions& positions, const GlobalControls& globals,

@@ -3,8 +3,6 @@
 #include <cstdio>
 #include <utility>
 
-#include "presets/PresetNames.h"
-
 namespace orvantesco {
 
 PresetBrowser::PresetBrowser(PresetLibrary& from, PresetTarget& to, PresetPrompts& person)
@@ -33,23 +31,21 @@ void PresetBrowser::followLibrary() {
 void PresetBrowser::choosePresetFromMenu() {
   followLibrary();
   const auto place = prompts.chooseFrom(menu());
-  if (place) loadPresetByPath(choose(*place));
+  if (place) loadPresetByPath(fileAt(*place));
 }
 
 void PresetBrowser::stepPreset(bool forward) {
   followLibrary();
   if (target.presetIsLoading()) return;
-  loadPresetByPath(chooseNext(forward));
+  loadPresetByPath(nextFile(forward));
 }
 
-/// Chooses the preset to step to and returns its file: read later, the selection may be that of a
-/// state which a host has restored meanwhile. Empty where there is none.
-std::string PresetBrowser::chooseNext(bool forward) {
+/// Empty where there is none.
+std::string PresetBrowser::nextFile(bool forward) const {
   const std::lock_guard lock(mutex);
   const PresetEntry* const entry =
       stepFrom(catalogue->presetOrder, presetMenu.selectedPath(), forward);
-  const bool isChosen = entry != nullptr && presetMenu.selectPath(entry->relativePath);
-  return isChosen ? presetMenu.selectedFile() : "";
+  return entry != nullptr ? presetMenu.fileOf(entry->relativePath) : "";
 }
 
 void PresetBrowser::loadPresetByPath(const std::string& relativePath) {
@@ -80,27 +76,24 @@ void PresetBrowser::savePreset(const std::string& fullPath) {
 
 void PresetBrowser::listSaved(const std::string& fullPath) {
   const std::string relativePath = relativePresetPath(fullPath, library.folders());
-  const std::string path(withoutExtension(relativePath));
-  target.showPreset(path.substr(path.rfind('/') + 1), presetFolderLabelOf(relativePath));
   // Other instances scan at their next action, this one at once.
   library.raiseGeneration();
   buildPresetMenu();
-  const bool isListed = selectFile(relativePath);
   // A spelling that the tree is not known by, on a disk that tells letters' cases apart.
-  if (!isListed) target.showMessage(PresetMessage::notInUserFolder);
+  if (!target.showSavedPreset(relativePath)) target.showMessage(PresetMessage::notInUserFolder);
 }
 
 void PresetBrowser::openPresetFolder() { prompts.openFolder(library.folders().presetRootPath); }
 
-/// The same for an item of the menu.
-std::string PresetBrowser::choose(PresetMenuPlace place) {
+/// Empty for what is no preset.
+std::string PresetBrowser::fileAt(PresetMenuPlace place) const {
   const std::lock_guard lock(mutex);
-  return presetMenu.choose(place) ? presetMenu.selectedFile() : "";
+  return presetMenu.fileAt(place);
 }
 
-bool PresetBrowser::selectFile(const std::string& filePath) {
+bool PresetBrowser::selectFile(const std::string& relativePath) {
   const std::lock_guard lock(mutex);
-  return presetMenu.selectFile(filePath);
+  return presetMenu.selectFile(relativePath);
 }
 
 bool PresetBrowser::select(const PresetSelection& selection) {

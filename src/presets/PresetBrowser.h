@@ -15,8 +15,9 @@ namespace orvantesco {
 /// The actions of one instance on the preset library: what the editor's preset menu, its arrows and
 /// its save and folder buttons do.
 ///
-/// Actions run on the editor's thread, one after the other; `select`, `selection` and `menu` on any
-/// control thread. No lock is held while target or prompts are called.
+/// What is loaded becomes the selected one with its values, by the target's hand. Actions run on
+/// the editor's thread, one after the other; what selects or tells the selection, and `menu`, on
+/// any control thread. No lock is held while target or prompts are called.
 class PresetBrowser : public PresetMenuPort {
  public:
   /// Library, target and prompts outlive the browser. Reads nothing yet.
@@ -47,6 +48,7 @@ class PresetBrowser : public PresetMenuPort {
   /// Takes a selection over from a host's state; false where the menu has no such folder. Before
   /// the first scan nobody knows, so any is taken and then looked for.
   bool select(const PresetSelection& selection) override;
+  bool selectFile(const std::string& relativePath) override;
   PresetSelection selection() const override;
 
   /// A copy of the menu as it stands.
@@ -54,9 +56,8 @@ class PresetBrowser : public PresetMenuPort {
 
  private:
   void followLibrary();
-  std::string choose(PresetMenuPlace place);
-  std::string chooseNext(bool forward);
-  bool selectFile(const std::string& filePath);
+  std::string fileAt(PresetMenuPlace place) const;
+  std::string nextFile(bool forward) const;
   void savePreset(const std::string& fullPath);
   void listSaved(const std::string& fullPath);
 

@@ -1,6 +1,7 @@
 #include "presets/PresetMenu.h"
 
 #include <cstddef>
+#include <utility>
 
 #include "presets/PresetFolders.h"
 
@@ -70,11 +71,15 @@ int PresetMenu::nodeOf(std::string_view relativePath) const {
   return found == nodePlaces.end() ? kNoNode : found->second;
 }
 
-PopupItem* PresetMenu::itemAt(PresetMenuPlace place) {
+const PopupItem* PresetMenu::itemAt(PresetMenuPlace place) const {
   if (place.node < 0 || place.node >= static_cast<int>(menuNodes.size())) return nullptr;
-  std::vector<PopupItem>& items = menuNodes[static_cast<std::size_t>(place.node)].menu.items;
+  const std::vector<PopupItem>& items = menuNodes[static_cast<std::size_t>(place.node)].menu.items;
   const bool isThere = place.item >= 0 && place.item < static_cast<int>(items.size());
   return isThere ? &items[static_cast<std::size_t>(place.item)] : nullptr;
+}
+
+PopupItem* PresetMenu::itemAt(PresetMenuPlace place) {
+  return const_cast<PopupItem*>(std::as_const(*this).itemAt(place));
 }
 
 void PresetMenu::clearSelection() {
@@ -95,9 +100,14 @@ bool PresetMenu::choose(PresetMenuPlace place) {
   return true;
 }
 
-bool PresetMenu::selectPath(std::string_view relativePath) {
+std::string PresetMenu::fileAt(PresetMenuPlace place) const {
+  const PopupItem* const item = itemAt(place);
+  return item != nullptr && item->isPreset() ? item->filePath() : "";
+}
+
+std::string PresetMenu::fileOf(std::string_view relativePath) const {
   const auto found = itemPlaces.find(std::string(relativePath));
-  return found != itemPlaces.end() && choose(found->second);
+  return found != itemPlaces.end() ? fileAt(found->second) : "";
 }
 
 bool PresetMenu::selectFile(std::string_view filePath) {
@@ -123,11 +133,7 @@ PresetSelection PresetMenu::selection() const {
   return {menuNodes[static_cast<std::size_t>(currentMenu)].relativePath, selectedIndex};
 }
 
-const PopupItem* PresetMenu::selectedItem() const {
-  if (selectedIndex == kNoItem) return nullptr;
-  const auto& items = menuNodes[static_cast<std::size_t>(currentMenu)].menu.items;
-  return &items[static_cast<std::size_t>(selectedIndex)];
-}
+const PopupItem* PresetMenu::selectedItem() const { return itemAt({currentMenu, selectedIndex}); }
 
 std::string PresetMenu::selectedPath() const {
   const PopupItem* const item = selectedItem();

@@ -41,11 +41,15 @@ class PresetMenu {
   /// Checks an item and nothing else. False, and no change, for what is no preset.
   bool choose(PresetMenuPlace place);
 
-  /// Chooses the preset with a relative path (without extension); of files that share it the one
-  /// with the presets' own extension. False, and no change, where the menu has none.
-  bool selectPath(std::string_view relativePath);
+  /// Relative path of an item's file, with its extension; empty for what is no preset.
+  std::string fileAt(PresetMenuPlace place) const;
 
-  /// The same for the relative path of a file, with its extension.
+  /// The same for the preset with a relative path (without extension); of files that share it the
+  /// one with the presets' own extension.
+  std::string fileOf(std::string_view relativePath) const;
+
+  /// Chooses the preset with the relative path of a file, with its extension. False, and no change,
+  /// where the menu has none.
   bool selectFile(std::string_view filePath);
 
   /// Makes the menu of a folder the current one and checks an item of it, if it is a preset; where
@@ -67,6 +71,7 @@ class PresetMenu {
   void addTree(const PresetCatalogue& catalogue, const char* tree, const char* heading);
   int addFolder(const PresetEntry& folder);
   int nodeOf(std::string_view relativePath) const;
+  const PopupItem* itemAt(PresetMenuPlace place) const;
   PopupItem* itemAt(PresetMenuPlace place);
   const PopupItem* selectedItem() const;
   void addFile(const PresetEntry& file, int node);

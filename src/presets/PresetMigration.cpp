@@ -11,17 +11,15 @@
 namespace orvantesco {
 namespace {
 
-// The first versions that need no migration of their kind.
-constexpr int kLevelsInDb = 4;
-constexpr int kMoreNoteLengths = 5;
-constexpr int kMoreWaves = 6;
-constexpr int kMoreFilters = 9;
-constexpr int kMorePreTypes = 12;
-constexpr int kMoreFeedbackTypes = 13;
-constexpr int kQuietTappedMix = 14;
+// The first file versions that need no migration of their kind.
+constexpr int kPresetLevelsInDb = 4;
+constexpr int kPresetMoreNoteLengths = 5;
+constexpr int kPresetMoreWaves = 6;
+constexpr int kPresetMoreFilters = 9;
+constexpr int kPresetMorePreTypes = 12;
+constexpr int kPresetMoreFeedbackTypes = 13;
+constexpr int kPresetQuietTappedMix = 14;
 
-constexpr float kModeTapped = 3.0f;
-constexpr float kRouteMix = 6.0f;
 constexpr double kDbPerNeper = 8.685889638065037;
 
 constexpr std::array kTimebaseOfMenu{0, 2, 3, 4, 8, 9, 10};
@@ -43,13 +41,13 @@ float entryOf(const std::array<int, Count>& menu, float position) noexcept {
 }
 
 float withTypesOfFeedback(int version, float v) noexcept {
-  if (version < kMoreFeedbackTypes) v = moved(v, 12.0f, 1.0f);
-  return version < kMoreFilters ? moved(v, 9.0f, 1.0f) : v;
+  if (version < kPresetMoreFeedbackTypes) v = moved(v, 12.0f, 1.0f);
+  return version < kPresetMoreFilters ? moved(v, 9.0f, 1.0f) : v;
 }
 
 float withTypesOfOtherStages(int version, float v) noexcept {
-  if (version < kMorePreTypes) v = moved(v, 17.0f, 1.0f);
-  return version < kMoreFilters ? moved(v, 10.0f, 2.0f) : v;
+  if (version < kPresetMorePreTypes) v = moved(v, 17.0f, 1.0f);
+  return version < kPresetMoreFilters ? moved(v, 10.0f, 2.0f) : v;
 }
 
 /// The third slot's timebase was never part of this: files of that age keep its number as it is.
@@ -67,11 +65,11 @@ float today(int version, int index, float v) noexcept {
   if (within(index, kFxTypePre) || within(index, kFxTypePost)) {
     return withTypesOfOtherStages(version, v);
   }
-  if (within(index, kLfoWave) && version < kMoreWaves) return moved(v, 18.0f, 4.0f);
-  if (within(index, kLevel) && version < kLevelsInDb) {
+  if (within(index, kLfoWave) && version < kPresetMoreWaves) return moved(v, 18.0f, 4.0f);
+  if (within(index, kLevel) && version < kPresetLevelsInDb) {
     return static_cast<float>(std::log(static_cast<double>(v)) * kDbPerNeper);
   }
-  return version < kMoreNoteLengths ? ofNoteLengths(index, v) : v;
+  return version < kPresetMoreNoteLengths ? ofNoteLengths(index, v) : v;
 }
 
 /// The values of a preset by their keys, each to be taken once, in the order of the file. Sorted,
@@ -115,11 +113,11 @@ MigratedValues migrated(const Preset& preset, const ParamKeys& keys) {
     values.lineByIndex.push_back(line != nullptr ? line->line : 0);
     ++index;
   }
-  if (preset.version >= kQuietTappedMix) return values;
+  if (preset.version >= kPresetQuietTappedMix) return values;
   for (int slot = 0; slot < numSlots; ++slot) {
     values.quietenFeedback[static_cast<std::size_t>(slot)] =
-        holds(values, kDelayMode + slot, kModeTapped) &&
-        holds(values, kDelayRoute + slot, kRouteMix);
+        holds(values, kDelayMode + slot, kTappedMode) &&
+        holds(values, kDelayRoute + slot, kMixRoute);
   }
   return values;
 }

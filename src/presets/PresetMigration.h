@@ -20,6 +20,8 @@ struct MigratedValues {
 };
 
 inline constexpr double kTappedMixLoss = 0.7;
+inline constexpr int kTappedMode = 3;  ///< of "Delay Mode"
+inline constexpr int kMixRoute = 6;    ///< of "Delay Route"
 
 /// Finds each parameter's value by its key, first come first served where two parameters share a
 /// key, and brings values of older versions up to date. `keys` are those of the bank.

@@ -23,7 +23,7 @@ class OtherHand : public EditorPort {
 
   void runDisplayTimers() noexcept override { act(atTheTimers); }
   void showEffect(int position, int) noexcept override {
-    if (position == 2 * kSlots) act(atTheFirstPostEffect);
+    if (position == 2 * numSlots) act(atTheFirstPostEffect);
   }
 
  private:

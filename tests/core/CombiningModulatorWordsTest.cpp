@@ -129,7 +129,7 @@ TEST(CombiningModulatorWords, ofALogicUnitArriveInItInEveryType) {
 TEST(CombiningModulatorWords, anEnvelopeHearsEverySlotTheSideChainAndTheMasterReturn) {
   for (int source = 0; source <= 16; ++source) {
     ModulatorRig rig;
-    for (int slot = 0; slot < kSlots; ++slot) {
+    for (int slot = 0; slot < numSlots; ++slot) {
       rig.set(kSlotOn + slot, 1);
       rig.set(kDelayOn + slot, 0);
       rig.set(kLevel + slot, -3.0 * slot);

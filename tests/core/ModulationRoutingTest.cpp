@@ -164,7 +164,7 @@ TEST(ModulationRouting, theDelaysControlsGetTheirSourcesAndScaledDepths) {
                            Control{kGrainSpeedModSource, kGrainSpeedModDepth, 4, 1.0},
                            Control{kGrainSizeModSource, kGrainSizeModDepth, 5, 1.0},
                            Control{kDelayTapsTimeModSource, kDelayTapsTimeModDepth, 6, 0.5}}) {
-    for (int number = 0; number < kSlots; ++number) {
+    for (int number = 0; number < numSlots; ++number) {
       ModulatorRig rig;
       rig.set(kSlotOn + number, 1);
       rig.set(kDelayOn + number, 1);
@@ -205,7 +205,7 @@ DelayTimes timesOf(ModulatorRig& rig) {
 
 /// A slot whose delay alone is heard.
 void hearDelay(ModulatorRig& rig, int slot) {
-  for (int other = 0; other < kSlots; ++other) rig.set(kSlotOn + other, other == slot);
+  for (int other = 0; other < numSlots; ++other) rig.set(kSlotOn + other, other == slot);
   rig.set(kDelayOn + slot, 1);
   rig.set(kInput + slot, 3);
   rig.set(kTimebase + slot, 0);
@@ -234,7 +234,7 @@ TEST(ModulationRouting, timeModulationMovesTheTwoChannelsApart) {
 }
 
 TEST(ModulationRouting, theMainModulatorSwingsEachSlotByItsOwnPairOfOutputs) {
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     ModulatorRig rig;
     hearDelay(rig, slot);
     rig.set(kDelayModulation + slot, 50);

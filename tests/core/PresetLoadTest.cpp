@@ -128,7 +128,7 @@ TEST_F(PresetLoad, ALoadLeavesNoHintAndNoReadOutBehind) {
     return std::find(lines.begin(), lines.end(), line) - lines.begin();
   };
   EXPECT_LT(at("closeStepViews"), at("runDisplayTimers"));
-  for (int slot = 0; slot < kSlots; ++slot) {
+  for (int slot = 0; slot < numSlots; ++slot) {
     // The values of the taps arrive before it: what shows them is drawn anew behind them all.
     const auto last = [&lines](const std::string& line) {
       return std::find(lines.rbegin(), lines.rend(), line) - lines.rbegin();

@@ -30,6 +30,11 @@ class OneFolderMenu : public PresetMenuPort {
     if (isThere) selected = wanted;
     return isThere;
   }
+  bool selectFile(const std::string& path) override {
+    const bool isThere = path == "/User Presets/Known/Slap.txt";
+    if (isThere) selected = {"/User Presets/Known/", 3};
+    return isThere;
+  }
   PresetSelection selection() const override { return selected; }
 
   PresetSelection asked, selected;

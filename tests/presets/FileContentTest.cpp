@@ -56,11 +56,12 @@ TEST(FileContent, KeepsLinksAndPermissions) {
 
 TEST(FileContent, RefusesToReplaceWhatIsNoFile) {
   const FolderRig folder;
-  EXPECT_EQ(writeFile(folder.path(), "x"), "is there and no regular file");
-  EXPECT_EQ(writeFile("/dev/null", "x"), "is there and no regular file");
+  const std::string refusal = "is there and no regular file, expected a file name";
+  EXPECT_EQ(writeFile(folder.path(), "x"), refusal);
+  EXPECT_EQ(writeFile("/dev/null", "x"), refusal);
   EXPECT_EQ(writeFile(folder.file("no folder/a"), "x"), "No such file or directory");
   ASSERT_EQ(::symlink("nowhere", folder.file("link").c_str()), 0);
-  EXPECT_EQ(writeFile(folder.file("link"), "x"), "is there and no regular file");
+  EXPECT_EQ(writeFile(folder.file("link"), "x"), refusal);
 }
 
 }  // namespace

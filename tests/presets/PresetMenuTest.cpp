@@ -117,19 +117,20 @@ TEST(PresetMenu, WhatIsNoPresetCannotBeChosen) {
 TEST(PresetMenu, EveryPresetOfTheOrderCanBeSelectedByItsPath) {
   PresetMenu menu = builtMenu();
   for (const PresetEntry& entry : library().presetOrder) {
-    EXPECT_TRUE(menu.selectPath(entry.relativePath));
+    EXPECT_TRUE(menu.selectFile(menu.fileOf(entry.relativePath)));
     EXPECT_EQ(menu.selectedPath(), entry.relativePath);
     EXPECT_EQ(checkedPaths(menu), Texts{entry.relativePath});
   }
-  EXPECT_FALSE(menu.selectPath("/User Presets/Echo"));
-  EXPECT_FALSE(menu.selectPath(""));
+  EXPECT_EQ(menu.fileOf("/User Presets/Echo"), "");
+  EXPECT_EQ(menu.fileOf(""), "");
+  EXPECT_FALSE(menu.selectFile(""));
 }
 
 TEST(PresetMenu, ASelectionIsFolderAndItem) {
   PresetMenu menu = builtMenu();
   EXPECT_EQ(menu.selection().folderPath, "");
   EXPECT_EQ(menu.selection().itemIndex, -1);
-  ASSERT_TRUE(menu.selectPath("/User Presets/Echo/Deep/Well"));
+  ASSERT_TRUE(menu.selectFile(menu.fileOf("/User Presets/Echo/Deep/Well")));
   EXPECT_EQ(menu.selection().folderPath, "/User Presets/Echo/Deep/");
   EXPECT_EQ(menu.selection().itemIndex, 0);
   PresetMenu other = builtMenu();
@@ -139,7 +140,7 @@ TEST(PresetMenu, ASelectionIsFolderAndItem) {
 
 TEST(PresetMenu, ASelectionOfAnotherMachineHarmsNothing) {
   PresetMenu menu = builtMenu();
-  ASSERT_TRUE(menu.selectPath("/User Presets/Mine"));
+  ASSERT_TRUE(menu.selectFile(menu.fileOf("/User Presets/Mine")));
   EXPECT_FALSE(menu.select({"/User Presets/Gone/", 0}));
   EXPECT_EQ(checkedPaths(menu), Texts{"/User Presets/Mine"});
   for (const int item : {-1, 1, 2, 99, -2147483647 - 1}) {
@@ -152,7 +153,7 @@ TEST(PresetMenu, ASelectionOfAnotherMachineHarmsNothing) {
 
 TEST(PresetMenu, ASelectionOutlastsABuildWhileItsFileIsThere) {
   PresetMenu menu = builtMenu();
-  ASSERT_TRUE(menu.selectPath("/User Presets/Wide"));
+  ASSERT_TRUE(menu.selectFile(menu.fileOf("/User Presets/Wide")));
   menu.build(catalogueOf({"/User Presets/", "/User Presets/Another", "/User Presets/Wide"}));
   EXPECT_EQ(checkedPaths(menu), Texts{"/User Presets/Wide"});
   EXPECT_EQ(menu.selection().itemIndex, 2);

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "core/Orvantesco.h"
+#include "params/ParamIndex.h"
 
 namespace orvantesco {
 
@@ -32,7 +33,7 @@ struct OrvantescoProbe {
 
   /// Drops all requests.
   void settle() const {
-    for (int number = 0; number < kSlots; ++number) slotRequests(number);
+    for (int number = 0; number < numSlots; ++number) slotRequests(number);
     for (int number = 0; number < kEffectPositions; ++number) effectRequests(number);
     globalRequests();
   }

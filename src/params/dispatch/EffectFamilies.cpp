@@ -63,8 +63,8 @@ void takeSource(ParamDispatch& change, Place place) {
 void effectParameter(ParamDispatch& change) {
   const FxParamPlace at = fxParamPlace(change.paramIdx);
   const Place place{at.parameter, at.position};
-  const auto bullets = static_cast<std::size_t>(at.position % kSlots + 1);
-  change.stage = kStageMarks[static_cast<std::size_t>(at.position / kSlots)];
+  const auto bullets = static_cast<std::size_t>(at.position % numSlots + 1);
+  change.stage = kStageMarks[static_cast<std::size_t>(at.position / numSlots)];
   change.slotMarks = kBullets.substr(0, bullets * kBullet.size());
   if (at.kind == FxParamKind::value) takeValue(change, place);
   if (at.kind == FxParamKind::modDepth) takeDepth(change, place);

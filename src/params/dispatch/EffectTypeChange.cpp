@@ -62,8 +62,8 @@ class TypeChange {
   }
 
  private:
-  int stage() const { return number / kSlots; }
-  int slot() const { return number % kSlots; }
+  int stage() const { return number / numSlots; }
+  int slot() const { return number % numSlots; }
   bool isPost() const { return stage() == kStagePO; }
   EffectStage stageName() const { return static_cast<EffectStage>(stage()); }
 
@@ -140,7 +140,7 @@ void changeEffectType(ParamDispatch& change) {
   if (!change.typeMayChange(number)) return;
   const std::lock_guard lock(change.typeMutex());
   change.editor().lowerCommitFlag(number);
-  const StageBusy busy(change, number / kSlots);
+  const StageBusy busy(change, number / numSlots);
   TypeChange type(change);
   if (!type.isOffered()) {
     type.refuse();

@@ -54,7 +54,7 @@ void globalWidth(ParamDispatch& change) { change.globals().globalWidth = change.
 
 void matrixOn(ParamDispatch& change) {
   change.controls().matrixOn = change.isOn();
-  for (int from = 0; from < kSlots; ++from) {
+  for (int from = 0; from < numSlots; ++from) {
     change.editor().enableKnob(slotFbIndex(from, change.member), change.isOn());
   }
 }

@@ -47,7 +47,7 @@ void directOut(ParamDispatch& change) {
   change.controls().directOut = change.choice + 1;
   change.controls().directOutParked = false;
   if (!change.touched()) return;
-  for (int slot = 0; slot < kSlots; ++slot) change.dispatch(kInput + slot);
+  for (int slot = 0; slot < numSlots; ++slot) change.dispatch(kInput + slot);
 }
 
 /// The menus of the four slots: each slot offers the slots before it.
@@ -59,11 +59,11 @@ SlotInput menuInput(int slot, int menuPosition) {
       SlotInput::Mono,     SlotInput::Left,  SlotInput::Right, SlotInput::Stereo,
       SlotInput::MasterFx, SlotInput::Slot1, SlotInput::Slot2, SlotInput::Slot3,
       SlotInput::Sum12,    SlotInput::Sum13, SlotInput::Sum23, SlotInput::Sum123};
-  static constexpr std::array<int, kSlots> kEntries{5, 6, 8, 12};
+  static constexpr std::array<int, numSlots> kEntries{5, 6, 8, 12};
   const int entries = kEntries[static_cast<std::size_t>(slot)];
   if (menuPosition < 0 || menuPosition >= entries) return SlotInput::Mono;
   const auto entry = static_cast<std::size_t>(menuPosition);
-  return slot == kSlots - 1 ? kFourth[entry] : kThird[entry];
+  return slot == numSlots - 1 ? kFourth[entry] : kThird[entry];
 }
 
 void input(ParamDispatch& change) {

@@ -11,19 +11,16 @@ namespace orvantesco {
 
 namespace {
 
-// The first versions without the need for a rule.
-constexpr int kQuietTappedMix = 0x10200;   // the route "MIX" of a tapped delay became louder
-constexpr int kLongerTypeMenus = 0x10161;  // the menu of the feedback stage got an entry
-constexpr int kLongerPreMenus = 0x10160;   // those of the other stages too
+// The first state versions without the need for a rule.
+constexpr int kStateQuietTappedMix = 0x10200;   // the route "MIX" of a tapped delay became louder
+constexpr int kStateLongerTypeMenus = 0x10161;  // the menu of the feedback stage got an entry
+constexpr int kStateLongerPreMenus = 0x10160;   // those of the other stages too
 
-constexpr int kRouteMix = 6;
-constexpr int kModeTapped = 3;
-
-bool within(int index, int base) { return index >= base && index < base + kSlots; }
+bool within(int index, int base) { return index >= base && index < base + numSlots; }
 
 /// Ends the migration of the whole restore where it applies: what later parameters hold stays.
 bool quietenTappedMix(const ParamDispatch& change, double route) {
-  if (!within(change.paramIdx, kDelayRoute) || route != kRouteMix) return false;
+  if (!within(change.paramIdx, kDelayRoute) || route != kMixRoute) return false;
   const int slot = change.paramIdx - kDelayRoute;
   StateMigration& migration = change.migration();
   if (!migration.wasTapped[static_cast<std::size_t>(slot)]) return false;
@@ -38,7 +35,7 @@ bool quietenTappedMix(const ParamDispatch& change, double route) {
 double renumbered(int paramIdx, double position, int version) {
   if (within(paramIdx, kFxTypeFeedback)) return position > 12.0 ? position + 1.0 : position;
   const bool otherStage = within(paramIdx, kFxTypePre) || within(paramIdx, kFxTypePost);
-  if (!otherStage || version >= kLongerPreMenus) return position;
+  if (!otherStage || version >= kStateLongerPreMenus) return position;
   return position > 17.0 ? position + 1.0 : position;
 }
 
@@ -47,12 +44,12 @@ double renumbered(int paramIdx, double position, int version) {
 double migratedValue(const ParamDispatch& change, double value) {
   StateMigration& migration = change.migration();
   const int version = migration.version;
-  if (version <= 0 || version >= kQuietTappedMix || !change.restoredHere()) return value;
+  if (version <= 0 || version >= kStateQuietTappedMix || !change.restoredHere()) return value;
   if (within(change.paramIdx, kDelayMode)) {
     migration.wasTapped[static_cast<std::size_t>(change.paramIdx - kDelayMode)] =
-        value == kModeTapped;
+        value == kTappedMode;
   }
-  if (quietenTappedMix(change, value) || version >= kLongerTypeMenus) return value;
+  if (quietenTappedMix(change, value) || version >= kStateLongerTypeMenus) return value;
   change.storeValue(change.paramIdx, renumbered(change.paramIdx, value, version));
   return change.valueOf(change.paramIdx);
 }
