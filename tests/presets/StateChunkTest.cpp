@@ -96,12 +96,51 @@ TEST(StateChunk, SurvivesLengthsThatNoBufferCanHave) {
   }
 }
 
+/// Appends doubles and counts how often the memory of the chunk moves, the first piece included.
+int movesOver(StateChunk& chunk, int doubles) {
+  int moves = 0;
+  for (int i = 0; i < doubles; ++i) {
+    const auto* before = chunk.data();
+    EXPECT_EQ(chunk.putDouble(i), (i + 1) * 8);
+    if (chunk.data() != before) ++moves;
+  }
+  return moves;
+}
+
 TEST(StateChunk, GrowsInStepsOfItsGranularity) {
-  StateChunk chunk(16);
-  for (int i = 0; i < 1000; ++i) ASSERT_EQ(chunk.putDouble(i), (i + 1) * 8);
-  double last = 0.0;
-  EXPECT_EQ(chunk.getDouble(999 * 8, last), 8000);
-  EXPECT_EQ(last, 999.0);
+  StateChunk fine(16), usual, coarse(8000);
+  EXPECT_EQ(movesOver(fine, 1000), 500) << "two doubles in each piece";
+  EXPECT_EQ(movesOver(usual, 1000), 2) << "8000 bytes are two pieces of 4096";
+  EXPECT_EQ(movesOver(coarse, 1000), 1);
+}
+
+TEST(StateChunk, KeepsWhatItHoldsThroughEveryGrowth) {
+  for (const int granularity : {-5, 0, 1, 7, 16, 4096}) {
+    StateChunk chunk(granularity);
+    for (int i = 0; i < 700; ++i) ASSERT_EQ(chunk.putDouble(i), (i + 1) * 8) << granularity;
+    for (int i = 0; i < 700; ++i) {
+      double value = -1.0;
+      ASSERT_EQ(chunk.getDouble(8 * i, value), 8 * (i + 1));
+      ASSERT_EQ(value, i) << granularity;
+    }
+  }
+}
+
+TEST(StateChunk, DoesNotGrowBeyondWhatAHostCanCount) {
+  StateChunk chunk;
+  chunk.putByte(7);
+  // The length is refused before a byte is read.
+  EXPECT_EQ(chunk.putBytes("x", std::numeric_limits<int>::max()), 0);
+  EXPECT_EQ(chunk.putString({"x", std::size_t{std::numeric_limits<int>::max()}}), 0);
+  EXPECT_EQ(chunk.size(), 1) << "not even its length was written";
+  EXPECT_EQ(chunk.putByte(8), 2);
+}
+
+TEST(StateChunk, ACountBelowZeroAddsNothing) {
+  StateChunk chunk;
+  chunk.putByte(7);
+  EXPECT_EQ(chunk.putBytes("x", -3), 1);
+  EXPECT_EQ(chunk.size(), 1);
 }
 
 }  // namespace
