@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
 #include <functional>
 #include <map>
 #include <set>
@@ -10,6 +11,7 @@
 #include <utility>
 
 #include "core/LibraryRig.h"
+#include "presets/HostState.h"
 
 namespace orvantesco {
 namespace {
@@ -92,6 +94,46 @@ TEST_F(PresetConnectionThreads, AnInstanceSavesWhileItsHostRestores) {
     const std::string values = text.substr(text.find("EParams:\n") + 9);
     EXPECT_TRUE(known.contains(values)) << "of the state or of a preset: " << values;
   }
+}
+
+/// Whether a saved state is of one piece: selection, name and values of the same preset.
+bool isOfOnePreset(const StateChunk& chunk) {
+  const auto reading = readHostState(chunk, 0);
+  if (!reading || reading->end != chunk.size()) return false;
+  const HostState& state = reading->state;
+  const std::map<std::string, std::pair<double, std::string>> known{
+      {"A", {11.0, "/User Presets/"}},
+      {"B", {22.0, "/User Presets/Deep/"}},
+      {"C", {33.0, "/User Presets/"}}};  // both trees share the root of the menu
+  const auto found = known.find(state.presetName);
+  return found != known.end() && state.parameters[kFeedback] == found->second.first &&
+         state.presetFolderPath == found->second.second;
+}
+
+TEST_F(PresetConnectionThreads, PresetsAreSteppedThroughWhileAudioPlaysAndTheHostSaves) {
+  LibraryInstance one(library);
+  one.step();
+  std::atomic<bool> done{false};
+  bool isFinite = true;
+  std::thread audio([&] {
+    while (!done) {
+      StereoBuffer buffer = noise(256);
+      one.rig.block(buffer, 0, 256);
+      for (const double sample : buffer.left) isFinite = isFinite && std::isfinite(sample);
+    }
+  });
+  std::thread editor([&] {
+    for (int i = 0; i < 12; ++i) one.step(i % 4 != 3);
+    done = true;
+  });
+  int mixed = 0;
+  do {
+    if (!isOfOnePreset(one.state())) ++mixed;
+  } while (!done);
+  editor.join();
+  audio.join();
+  EXPECT_EQ(mixed, 0);
+  EXPECT_TRUE(isFinite);
 }
 
 }  // namespace

@@ -1,54 +1,18 @@
-// Preset files on their way into the engine and back.
+// Presets on their way into the engine, and what is seen and heard of it.
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
-#include <sstream>
 
-#include "params/ParamIndex.h"
-#include "presets/PresetReader.h"
-#include "presets/PresetWriter.h"
-#include "support/EngineRig.h"
-#include "support/FolderRig.h"
-#include "support/LongTests.h"
-#include "support/OrvantescoProbe.h"
-#include "support/RecordingEditor.h"
+#include "core/PresetLoadRig.h"
 #include "support/StateBytes.h"
 
 namespace orvantesco {
 namespace {
 
-std::string fileOf(int version, const std::string& rest) {
-  return "Orvantesco V. 1.2.0r14 PresetFile!\nPresetVersion: " + std::to_string(version) + "\n\n" +
-         rest;
-}
-
-class PresetLoad : public ::testing::Test {
- protected:
-  PresetLoad() {
-    rig.effect.setEditor(&editor);
-    rig.effect.settings().setPresetRoot(folder.file("Presets"));
-  }
-
-  /// Reads and applies a file below "User Presets".
-  bool load(const std::string& name) {
-    const bool isPreset = rig.effect.readPresetFile("/User Presets/" + name);
-    if (isPreset) rig.effect.applyLoadedPreset();
-    return isPreset;
-  }
-  bool loadText(const std::string& text) {
-    folder.write("Presets/User Presets/a.txt", text);
-    return load("a.txt");
-  }
-  double value(int index) { return rig.effect.GetParam(index)->value(); }
-  std::string savedText() { return presetText(rig.effect.settings().currentPreset()); }
-
-  FolderRig folder;
-  RecordingEditor editor;
-  EngineRig rig;
-  OrvantescoProbe probe{rig.effect};
-};
+using PresetLoad = PresetLoadRig;
 
 TEST_F(PresetLoad, ParametersThatAreNotListedGetTheirDefaults) {
   std::mt19937 draw(4);
@@ -81,30 +45,6 @@ TEST_F(PresetLoad, WhatAFileDoesNotSayOfTapsAndPageStays) {
   ASSERT_TRUE(loadText(fileOf(14, "EParams:\n")));
   EXPECT_EQ(rig.effect.tapMasks(1).left, 0x1234);
   EXPECT_EQ(rig.effect.settings().currentPreset().lastPage, 12);
-}
-
-TEST_F(PresetLoad, AFileThatIsMissingOrForeignChangesNothingButTheLabel) {
-  std::mt19937 draw(5);
-  rig.effect.UnserializeState(randomState(draw).chunk(), 0);
-  const std::string before = savedText();
-  editor.clear();
-  EXPECT_FALSE(load("missing.txt"));
-  EXPECT_EQ(rig.effect.settings().presetName(), "NO FILE");
-  EXPECT_FALSE(loadText("RIFF...."));
-  EXPECT_EQ(rig.effect.settings().presetName(), "WRONG FILE");
-  EXPECT_EQ(savedText(), before);
-  EXPECT_EQ(editor.lines(),
-            (std::vector<std::string>{"showPresetName NO FILE", "showPresetName WRONG FILE"}));
-}
-
-TEST_F(PresetLoad, NameAndFolderAreShown) {
-  folder.write("Presets/Factory Presets/Echo/Slap Back.old.txt", fileOf(14, "EParams:\n"));
-  ASSERT_TRUE(rig.effect.readPresetFile("/Factory Presets/Echo/Slap Back.old.txt"));
-  rig.effect.applyLoadedPreset();
-  EXPECT_EQ(rig.effect.settings().presetName(), "Slap Back");
-  EXPECT_EQ(rig.effect.settings().presetFolderLabel(), "F:Echo");
-  EXPECT_TRUE(editor.saw("showPresetName Slap Back"));
-  EXPECT_TRUE(editor.saw("showPresetFolder F:Echo"));
 }
 
 TEST_F(PresetLoad, TheEditorFollowsALoad) {
@@ -169,137 +109,6 @@ TEST_F(PresetLoad, ALevelOfNothingIsSilence) {
   EXPECT_EQ(value(kLevel), rig.effect.GetParam(kLevel)->min());
   EXPECT_EQ(value(kLevel + 1), rig.effect.GetParam(kLevel)->min());
   EXPECT_NEAR(value(kLevel + 2), 6.0206, 1e-4);
-}
-
-TEST_F(PresetLoad, AnOldPresetIsRewrittenInPlaceAndItsOldFileKept) {
-  const std::string old = fileOf(13, "LastPage 4 EParams:\nFX1FB 13\n");
-  folder.write("Presets/User Presets/Mine/a.txt", old);
-  ASSERT_TRUE(load("Mine/a.txt"));
-  EXPECT_EQ(folder.read("Presets/User Presets/Mine/a.txt"), savedText());
-  EXPECT_EQ(folder.read("Preset Backups/User Presets/Mine/a.txt"), old);
-  EXPECT_EQ(folder.files().size(), 2u) << "no temporary file is left";
-}
-
-TEST_F(PresetLoad, ACurrentPresetIsNotRewritten) {
-  const std::string text = fileOf(14, "  EParams:\r\nFeedback1 25.000\n");
-  ASSERT_TRUE(loadText(text));
-  EXPECT_EQ(folder.read("Presets/User Presets/a.txt"), text);
-  EXPECT_EQ(folder.files().size(), 1u);
-}
-
-TEST_F(PresetLoad, AFileWhoseVersionCannotBeReadIsNotRewritten) {
-  const std::string text = "Orvantesco V. 1 F PresetVersion: ? EParams: Feedback1 25";
-  ASSERT_TRUE(loadText(text));
-  EXPECT_EQ(value(kFeedback), 50.0);
-  EXPECT_EQ(folder.read("Presets/User Presets/a.txt"), text);
-}
-
-TEST_F(PresetLoad, WritesToANewNameAndOverAnOldOne) {
-  rig.set(kFeedback, 25.0);
-  const std::string path = folder.file("mine.txt");
-  EXPECT_FALSE(rig.effect.writePresetFile(path, false)) << "false is success";
-  EXPECT_EQ(folder.read("mine.txt"), savedText());
-  rig.set(kFeedback, 30.0);
-  EXPECT_FALSE(rig.effect.writePresetFile(path, false));
-  EXPECT_EQ(folder.read("mine.txt"), savedText());
-  EXPECT_EQ(folder.files(), (std::vector<std::string>{"mine.txt"}));
-}
-
-TEST_F(PresetLoad, AnEmptyPathWritesNothingAndSucceeds) {
-  EXPECT_FALSE(rig.effect.writePresetFile("", false));
-  EXPECT_TRUE(folder.files().empty());
-}
-
-TEST_F(PresetLoad, APathThatCannotBeWrittenFails) {
-  EXPECT_TRUE(rig.effect.writePresetFile(folder.file("no folder/a.txt"), false));
-  EXPECT_TRUE(rig.effect.writePresetFile(folder.path(), false));
-}
-
-/// The lines behind "EParams:".
-std::vector<std::string> valueLines(const std::string& text) {
-  std::istringstream stream(text.substr(text.find("EParams:\n") + 9));
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
-}
-
-TEST_F(PresetLoad, OnlyWhatDiffersInSinglePrecisionIsListed) {
-  EXPECT_TRUE(valueLines(savedText()).empty());
-  rig.set(kFeedback, 50.0 + 1e-9);
-  EXPECT_TRUE(valueLines(savedText()).empty());
-  rig.set(kFeedback, 50.0 + 1e-4);
-  EXPECT_EQ(valueLines(savedText()), (std::vector<std::string>{"Feedback1 50.0001"}));
-}
-
-/// Values that an effect did not take over from another one, as the loads of `index` tell them.
-std::string differences(EngineRig& from, EngineRig& to, int index) {
-  std::string text;
-  for (int other = 0; other < kNumParams; ++other) {
-    const double was = from.effect.GetParam(other)->value();
-    const double is = to.effect.GetParam(other)->value();
-    if (static_cast<float>(was) != static_cast<float>(is)) {
-      text += std::to_string(index) + " moves " + std::to_string(other) + "\n";
-    }
-  }
-  return text;
-}
-
-TEST_F(PresetLoad, EveryParameterComesBackToItsOwnPlace) {
-  EngineRig source;
-  std::string wrong;
-  for (int index = 0; index < kNumParams; ++index) {
-    IParam& param = *source.effect.GetParam(index);
-    const double end = param.value() == param.max() ? param.min() : param.max();
-    param.setValue(isFxType(index) ? 5.0 : end);
-    // What a rate means depends on this one: the engine gives the rate its other form.
-    const bool isSync = index >= kLfoSync && index < kLfoSync + numLfos;
-    if (isSync) source.effect.OnParamChange(index);
-    rig.effect.settings().applyPreset(source.effect.settings().currentPreset());
-    wrong += differences(source, rig, index);
-    param.setValue(param.defaultValue());
-    if (isSync) source.effect.settings().applyPreset(Preset{});
-  }
-  EXPECT_EQ(wrong, "");
-}
-
-TEST_F(PresetLoad, TheSecondOfTwoParametersOfOneNameComesBackToItsOwnPlace) {
-  rig.effect.GetParam(kLogicSmooth + 2)->setValue(20.0);
-  const Preset preset = rig.effect.settings().currentPreset();
-  EXPECT_EQ(preset.values.size(), 2u) << "the first is listed so that the second is the second";
-  rig.effect.settings().applyPreset(Preset{});
-  rig.effect.settings().applyPreset(preset);
-  EXPECT_EQ(value(kLogicSmooth + 1), 0.0);
-  EXPECT_EQ(value(kLogicSmooth + 2), 20.0);
-}
-
-/// Parameters that a file gives back other than to six digits.
-int strayed(EngineRig& from, EngineRig& to) {
-  int count = 0;
-  for (int index = 0; index < kNumParams; ++index) {
-    const double was = from.effect.GetParam(index)->value();
-    const double is = to.effect.GetParam(index)->value();
-    if (std::abs(was - is) > 5.1e-6 * std::abs(was)) ++count;
-  }
-  return count;
-}
-
-TEST_F(PresetLoad, RandomPresetsComeBackInAnEffectThatWasAnywhere) {
-  std::mt19937 draw(21);
-  EngineRig other;
-  const int presets = timesOrLong(250, 10000);
-  for (int i = 0; i < presets; ++i) {
-    rig.effect.UnserializeState(randomState(draw).chunk(), 0);
-    const auto result = parsePreset(savedText());
-    const auto& reading = std::get<PresetReading>(result);
-    ASSERT_TRUE(reading.problems.empty());
-    other.effect.settings().applyPreset(reading.preset);
-    ASSERT_EQ(strayed(rig, other), 0) << "preset " << i;
-    // What six digits can say comes back as it is.
-    const std::string text = presetText(other.effect.settings().currentPreset());
-    const auto again = parsePreset(text);
-    rig.effect.settings().applyPreset(std::get<PresetReading>(again).preset);
-    ASSERT_EQ(savedText(), text) << "preset " << i;
-  }
 }
 
 TEST_F(PresetLoad, ALoadIsHeardBehindAFadeWithNothingOfTheSignalBefore) {
