@@ -126,8 +126,10 @@ double playMoving(bool portMoves) {
   DirectEffect direct;
   direct.setQuickEchoes();
   direct.host.setRunning(false);
+  const std::string state = stateText(direct.effect);
+  EXPECT_TRUE(restoreStateText(direct.effect, state.c_str()));  // with its fade, as the plug-in
   Lv2Host host;
-  host.restore(stateText(direct.effect));
+  host.restore(state);
   double most = 0.0;
   for (unsigned b = 0; b < 50; ++b) {
     const double level = 20.1 + b;
