@@ -31,6 +31,14 @@ class HeldThread {
   HeldThread& operator=(const HeldThread&) = delete;
   ~HeldThread() { finish(); }
 
+  /// Whether the kernel lets a program hold its own calls; a sandbox may forbid it.
+  static bool works() {
+    int opened = kNone;
+    std::thread([&opened] { opened = holdBack(SYS_getppid); }).join();
+    if (opened >= 0) ::close(opened);
+    return opened >= 0;
+  }
+
   /// Waits until the thread is in the call. False where it never comes there, or the kernel cannot
   /// hold it.
   bool isHeld() {
