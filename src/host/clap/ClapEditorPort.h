@@ -38,6 +38,10 @@ class ClapEditorPort : public EditorPort {
   /// Builds the effects that were chosen: what the audio thread may not do. Main thread.
   void carryOutChoices(Orvantesco& effect);
 
+  /// A load has brought effects of its own, and what was chosen before it waits no more. Main
+  /// thread.
+  void forgetChoices() noexcept { choices.store(0, std::memory_order_relaxed); }
+
   bool hasCommittedGesture(int position) noexcept override;
   void lowerCommitFlag(int position) noexcept override;
   void setKnobValue(int paramIdx, double normalized) noexcept override;

@@ -197,6 +197,7 @@ bool ClapPlugin::loadState(const clap_istream_t& stream) {
   {
     const ClapEditorPort::Quiet quiet(editor);
     if (!initialised->state.load(stream)) return false;
+    editor.forgetChoices();
   }
   tellOfLoad();
   return true;
@@ -209,6 +210,7 @@ bool ClapPlugin::loadPreset(std::uint32_t kind, const char* location, const char
   {
     const ClapEditorPort::Quiet quiet(editor);
     fault = initialised->presets.load(kind, location, key);
+    if (fault.empty()) editor.forgetChoices();
   }
   if (!fault.empty()) {
     host.presetRefused({kind, location, key, fault.c_str()});

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host/clap/ClapRender.h"
+#include "presets/FactoryPresets.h"
 
 namespace orvantesco {
 namespace {
@@ -23,6 +24,16 @@ std::size_t movedByTurnOfMainThread(ClapInstance& instance) {
   instance.runMainThread();
   instance.flush();
   return instance.out.told.size();
+}
+
+bool loadShipped(const ClapInstance& instance, const std::string& key) {
+  const auto& loading = extensionOf<ClapPluginPresetLoad>(instance.plugin, kClapPresetLoadId);
+  return loading.from_location(instance.plugin, kClapPresetInPlugin, nullptr, key.c_str());
+}
+
+std::string firstShipped() {
+  const FactoryPreset& preset = factoryPresets().front();
+  return std::string(preset.folder) + "/" + std::string(preset.name);
 }
 
 bool builds(ClapInstance& instance) { return movedByTurnOfMainThread(instance) > 5; }
@@ -97,6 +108,44 @@ TEST(ClapEffectChoice, AfterAStateMeansTheEffectsOfTheState) {
   EXPECT_FALSE(builds(other));
   sendType(other, 0.0, CLAP_EVENT_IS_LIVE);
   EXPECT_TRUE(builds(other));
+}
+
+/// What a choice that waited through a load would make of what is loaded, and of the automation
+/// that moves a knob behind it.
+void expectNothingWaitsBehind(ClapInstance& instance) {
+  const auto loaded = instance.state();
+  sendType(instance, kFilter, 0);
+  EXPECT_FALSE(builds(instance));
+  sendType(instance, 0.0, 0);
+  EXPECT_EQ(instance.state(), loaded);
+}
+
+TEST(ClapEffectChoice, ThatWaitsIsOverWithALoadedState) {
+  const ClapInstance fresh;
+  ClapInstance instance;
+  instance.start();
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  ASSERT_TRUE(instance.load(fresh.state()));
+  EXPECT_EQ(instance.state(), fresh.state());
+  expectNothingWaitsBehind(instance);
+}
+
+TEST(ClapEffectChoice, ThatWaitsIsOverWithALoadedPreset) {
+  ClapInstance instance;
+  instance.start();
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  ASSERT_TRUE(loadShipped(instance, firstShipped()));
+  sendType(instance, kFilter, 0);
+  EXPECT_FALSE(builds(instance));
+}
+
+TEST(ClapEffectChoice, ThatWaitsOutlivesALoadThatFails) {
+  ClapInstance instance;
+  instance.start();
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  EXPECT_FALSE(instance.load(std::vector<std::uint8_t>(100)));
+  EXPECT_FALSE(loadShipped(instance, "no such/preset"));
+  EXPECT_TRUE(builds(instance));
 }
 
 TEST(ClapEffectChoice, ThatIsNoNumberIsNone) {
