@@ -14,6 +14,9 @@ namespace {
 // Keeps the recursive parts of the wet path out of the denormal range.
 constexpr double kAntiDenormal = 1e-15;
 
+// The fade of a start takes 0.1 s, the longest glide 0.2 s.
+constexpr double kSettleSeconds = 0.25;
+
 bool isNamed(double hostRate) noexcept { return std::isfinite(hostRate) && hostRate > 0.0; }
 
 void copyFinite(const double* src, double* dst, int count) noexcept {
@@ -61,8 +64,37 @@ void Orvantesco::resetAtOnce() {
   if (gate.isShut()) return requestReset();
   // A reset that waits would take the first frames behind this one with it.
   carryOutRequests();
+  restart();
+}
+
+/// Whoever plays from here on begins with a whole vector.
+void Orvantesco::restart() noexcept {
   ResetDSP();
   rings = {};
+  modulatorUnits.restart(modulatorSeed);
+  modulators = {};
+  triggers = {};
+  tempoTracker.restart();
+}
+
+void Orvantesco::startAnew() {
+  lastSeenSampleRate = -1.0;
+  followHostRate();
+  const BulkGate::AudioPresence presence(gate);
+  if (gate.isShut()) return;
+  const DenormalGuard denormals;
+  restart();
+  settle();
+  restart();
+}
+
+/// The tempo that the host had at another time is left aside: it may begin with any.
+void Orvantesco::settle() noexcept {
+  const HostTimeInfo standing;
+  tempoTracker.takeTempo(standing.tempo, sampleRate);
+  buses.sideIn.fill(0.0);
+  const int vectors = static_cast<int>(kSettleSeconds * sampleRate) / kVectorLength;
+  for (int vector = 0; vector <= vectors; ++vector) runSubBlock(standing);
 }
 
 /// Whether the host names a rate at all; one that names none leaves the one in force.
@@ -108,11 +140,15 @@ void Orvantesco::giveOutput(double** outputs, int first, int count) noexcept {
 }
 
 void Orvantesco::processSubBlock() noexcept {
+  HostTimeInfo time;
+  GetTime(&time);
+  runSubBlock(time);
+}
+
+void Orvantesco::runSubBlock(const HostTimeInfo& time) noexcept {
   carryOutRequests();
   fadeGain = fade.nextGain();
   readRings();
-  HostTimeInfo time;
-  GetTime(&time);
   tempoTracker.advance(time, triggers);
   prepareBuses();
   runSlots();

@@ -80,6 +80,7 @@ Orvantesco::Orvantesco(HostPort& hostPort, const OrvantescoOptions& options)
   graphics = options.editor;
   const double rate = rateInForce();
   const std::uint32_t seed = options.seed.value_or(seedOfTheClock());
+  modulatorSeed = seed;
   modulatorUnits.seed(seed);
   seedNoise(positions, seed);
   const bool freshProcess = initialisedRate <= 0.0;

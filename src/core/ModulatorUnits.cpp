@@ -7,6 +7,24 @@ void ModulatorUnits::seed(std::uint32_t start) noexcept {
   for (GateUnit& unit : gate) unit.block.seed(start++);
 }
 
+void ModulatorUnits::restart(std::uint32_t seedStart) noexcept {
+  seed(seedStart);
+  for (LfoUnit& unit : lfo) {
+    unit.block.restart();
+    unit.wave = -1;
+  }
+  for (GateUnit& unit : gate) {
+    unit.block.restart();
+    unit.previous = 0.0;
+  }
+  for (EnvelopeUnit& unit : envelope) {
+    unit.block.clearMemories();
+    unit.previous = 0.0;
+  }
+  for (LogicUnit& unit : logic) unit.restart();
+  main.restart();
+}
+
 void ModulatorUnits::rateChanged() noexcept {
   for (LfoUnit& unit : lfo) unit.block.rateChanged();
   for (GateUnit& unit : gate) unit.block.rateChanged();

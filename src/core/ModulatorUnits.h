@@ -40,6 +40,8 @@ struct ModulatorUnits {
 
   /// Gives each random source its own start.
   void seed(std::uint32_t start) noexcept;
+  /// Puts all at their beginning: phases, steps, glides, levels and random draws.
+  void restart(std::uint32_t seedStart) noexcept;
   /// Drops what the envelopes have heard.
   void clearSignals() noexcept;
   /// Takes all constants anew at another sample rate.

@@ -86,8 +86,9 @@ class Orvantesco : public IPlugAAX {
   void requestReset() noexcept { globalRequests.post(kResetSignals); }
 
   /// `ResetDSP` between two blocks: nothing from before is heard from the next frame on, and all
-  /// that comes in from there on is. While a bulk operation runs, which ends with a reset of its
-  /// own, it is a request. Neither locks nor allocates. Audio thread.
+  /// that comes in from there on is. The modulators begin anew, their random draws with them, so
+  /// that a passage sounds alike however often it is played. While a bulk operation runs, which
+  /// ends with a reset of its own, it is a request. Neither locks nor allocates. Audio thread.
   void resetAtOnce();
 
   /// Takes the host's rate ahead of the first block at it, and reports the latency, so that the
@@ -97,6 +98,12 @@ class Orvantesco : public IPlugAAX {
   /// A rate that another instance has put in force meanwhile gives way to this one's. No block
   /// does that: two that play at once would initialise each other in turn.
   void prepareToPlay();
+
+  /// Takes the host's rate and puts the effect where it stands each time before it begins to play:
+  /// the fade and the glides of a start are over, nothing sounds, and the modulators are at their
+  /// beginning. What is played from here is the same to the bit whatever was played before.
+  /// Runs a quarter of a second of silence. Allocates. Control thread while no audio runs.
+  void startAnew();
 
   /// `ResetDSP` behind a fade.
   void ResetWithFade();
@@ -190,9 +197,12 @@ class Orvantesco : public IPlugAAX {
   // Block driver (BlockDriver.cpp).
   void followHost();
   bool followHostRate();
+  void settle() noexcept;
+  void restart() noexcept;
   void takeInput(double** inputs, int first, int count) noexcept;
   void giveOutput(double** outputs, int first, int count) noexcept;
   void processSubBlock() noexcept;
+  void runSubBlock(const HostTimeInfo& time) noexcept;
   void readRings() noexcept;
   void prepareBuses() noexcept;
   void runSlots() noexcept;
@@ -284,6 +294,7 @@ class Orvantesco : public IPlugAAX {
   TriggerFlags triggers;
   ModulatorOutputs modulators;
   ModulatorUnits modulatorUnits;
+  std::uint32_t modulatorSeed = 1;  ///< where their random draws begin
   IppFixBiquad inputFilterL, inputFilterR;
   LimiterStage limiter;
   std::array<std::unique_ptr<DSPShell>, kMasterEffects> masterEffects;  ///< in the menu's order

@@ -30,6 +30,11 @@ void TempoTracker::takeTempo(double beatsPerMinute, double hostRate) noexcept {
   beatsPerSample = 1.0 / (beatSeconds * hostRate);
 }
 
+void TempoTracker::restart() noexcept {
+  freeRunSamples = beatPosition = lastBeat = lastBar = 0.0;
+  changed = firstCall = true;
+}
+
 void TempoTracker::advance(const HostTimeInfo& time, TriggerFlags& triggers) noexcept {
   if (time.transportIsRunning) {
     freeRunSamples = 0.0;

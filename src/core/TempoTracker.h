@@ -17,6 +17,9 @@ class TempoTracker {
   /// Advances by one sub-block and raises the pulses that fall into it.
   void advance(const HostTimeInfo& time, TriggerFlags& triggers) noexcept;
 
+  /// Nothing has been played yet. The tempo stays.
+  void restart() noexcept;
+
   /// Beats per minute. Any thread.
   double tempo() const noexcept { return tempoNow; }
   /// Length of a beat in seconds; tempos below 30 count as 30 here. Any thread.

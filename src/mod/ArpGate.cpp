@@ -44,6 +44,14 @@ void ArpGate::rateChanged() noexcept {
   glide.rateChanged();
 }
 
+void ArpGate::restart() noexcept {
+  counter = stepNow = 0;
+  lastCounter = -1;
+  fraction = 0.0;
+  lastClock = 0;
+  glide.snap(0.0);
+}
+
 double ArpGate::stepValue(int step, bool withDepth) const noexcept {
   const double level = levels[static_cast<std::size_t>(step < 0 ? stepNow : step)];
   return withDepth ? level * depth : level;

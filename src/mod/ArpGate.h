@@ -38,6 +38,8 @@ class ArpGate : public DSPShell {
   void seed(std::uint32_t start) noexcept { random.seed(start); }
 
   void rateChanged() noexcept override;
+  /// To where a new gate begins, without a glide under way.
+  void restart() noexcept;
 
   /// Computes the next vector of 32.
   using DSPShell::process;

@@ -43,6 +43,7 @@ class LogicUnit {
   /// Adds a source times its depth to the depth, element by element.
   void setDepthModulation(const Operand& modulation) noexcept { depthModulation = modulation; }
   void rateChanged() noexcept;
+  void restart() noexcept { smoother.snap(0.0); }
 
   /// Computes the next vector of 32, within -1..1. `out` may be one of the unit's own sources: the
   /// old vector is read before the new one is written.

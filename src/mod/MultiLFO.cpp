@@ -21,6 +21,13 @@ constexpr double kFarOff = 1e3;
 
 void MultiLFO::update() noexcept { step = std::min(ratio * kStepPerIncrement, kLargestStep); }
 
+void MultiLFO::restart() noexcept {
+  phase = 0.0;
+  x = 0.0;
+  y = z = 1.0;
+  outputs = {};
+}
+
 void MultiLFO::process() noexcept {
   phase += phase < 1.0 ? ratio : -2.0;
   if (wave == Wave::Chaos) {

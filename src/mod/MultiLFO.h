@@ -23,6 +23,9 @@ class MultiLFO : public SimpleOSC {
   /// One step, for a sub-block of 32 samples.
   void process() noexcept;
 
+  /// To where a new one begins.
+  void restart() noexcept;
+
   /// Four outputs of about -1..1; with `Chaos` the last two are the first two inverted, with the
   /// other shapes only the first two move.
   const std::array<double, 4>& mainMod() const noexcept { return outputs; }

@@ -39,6 +39,11 @@ void WaveLFO::rateChanged() noexcept {
   glide.rateChanged();
 }
 
+void WaveLFO::restart() noexcept {
+  phase = heldValue = firstValue = lastWave = 0.0;
+  glide.snap(0.0);
+}
+
 void WaveLFO::setGlide(double ms) noexcept {
   if (ms == glideMs) return;
   glideMs = ms;

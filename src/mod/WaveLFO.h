@@ -44,6 +44,9 @@ class WaveLFO {
   void drawRandom() noexcept;            ///< a new level for sample and hold
   void seed(std::uint32_t start) noexcept { random.seed(start); }
 
+  /// To the beginning of the cycle, without a level held or a glide under way.
+  void restart() noexcept;
+
   /// Computes the next vector of 32. Without a wave the vector stays as it is.
   void process(double* out) noexcept;
 

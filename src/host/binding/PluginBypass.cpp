@@ -60,7 +60,7 @@ void PluginBypass::prepare(int maxFrames, double rateHz) {
   heard = bypassed ? 0 : fadeFrames;
   running = fullyRunning();
   engine.SetBlockSize(frames);
-  engine.prepareToPlay();
+  engine.startAnew();
 }
 
 void PluginBypass::reset() noexcept {

@@ -28,7 +28,7 @@ class PluginBypass {
   PluginBypass& operator=(const PluginBypass&) = delete;
 
   /// Takes all memory for blocks of up to `maxFrames` at a rate in Hz, which the host's port must
-  /// name already, and lets the effect take the rate and report its latency. No audio runs.
+  /// name already, and lets the effect start anew at it and report its latency. No audio runs.
   void prepare(int maxFrames, double rateHz);
 
   /// Forgets everything that sounds, without a fade, from the next frame on.

@@ -69,8 +69,6 @@ void ClapPlugin::prepare(double rateHz, int longest) {
   buffers.prepare(longest, layout);
   all.effect.connectInputs(static_cast<int>(layout.mainInputs), layout.sideChain);
   all.bypass.prepare(longest, rateHz);
-  // What sounded when the host stopped does not sound on when it comes back.
-  all.effect.ResetDSP();
   all.tail.prepare(rateHz);
 }
 

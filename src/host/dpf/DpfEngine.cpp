@@ -40,7 +40,6 @@ void DpfEngine::takeMemory(double rateHz, int frames) {
   host.setSampleRate(rateHz);
   audio.prepare(frames);
   bypass.prepare(frames, rateHz);
-  effect.ResetDSP();  // no audio runs, so it needs no request
   hasMemory = true;
 }
 

@@ -47,6 +47,7 @@ TEST(PluginBypass, LeavesARunningEffectAloneBitForBit) {
   const StereoBuffer input = noise(20000);
   StereoBuffer plain = input;
   EngineRig alone{rate};
+  alone.effect.startAnew();
   alone.set(kDryLevel, 100.0);
   for (std::size_t at = 0; at < plain.size(); at += 500) alone.block(plain, at, 500);
 

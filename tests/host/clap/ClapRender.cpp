@@ -152,6 +152,7 @@ StereoBuffer withoutClap(const std::vector<std::uint8_t>& state, const StereoBuf
   StateChunk chunk;
   chunk.putBytes(state.data(), static_cast<int>(state.size()));
   effect.UnserializeState(chunk, 0);
+  effect.startAnew();
   StereoBuffer result = sound;
   std::vector<double> side(sound.size());
   if (plan.side != nullptr) std::copy_n(plan.side, sound.size(), side.begin());

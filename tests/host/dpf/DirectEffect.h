@@ -29,7 +29,10 @@ inline std::vector<float> noise(std::size_t frames, unsigned seed) {
 /// An effect that is driven directly, to hold a plug-in against.
 class DirectEffect {
  public:
-  DirectEffect() : host(rateHz), effect(host) { effect.SetBlockSize(longestBlock); }
+  DirectEffect() : host(rateHz), effect(host) {
+    effect.SetBlockSize(longestBlock);
+    effect.startAnew();
+  }
 
   /// Any block with channels `in`, `side` and `out`.
   template <class Block>

@@ -30,12 +30,10 @@ inline bool isDrawn(const FactoryState& preset) {
 }
 
 /// Plays a quarter of a second of noise through a host that has loaded a preset, and through an
-/// effect that is driven directly. They have to agree. Returns the peak. The transport stands
-/// still.
+/// effect that is driven directly and has loaded it too. They have to agree. Returns the peak. The
+/// transport stands still.
 template <class Block, class Host>
-double playThrough(Host& host, const FactoryState& preset) {
-  DirectEffect direct;
-  direct.load(pathOf(preset).c_str());
+double playThrough(Host& host, DirectEffect& direct, const FactoryState& preset) {
   direct.host.setRunning(false);
   double difference = 0.0;
   double peak = 0.0;

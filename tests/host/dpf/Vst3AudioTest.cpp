@@ -62,6 +62,7 @@ TEST(Vst3Audio, StandsAtTheFirstBarWhileAHostCountsIn) {
   constexpr double tempo = 133.0;
   DirectEffect direct;
   direct.load("Modulated/Rhythm Gate");
+  direct.effect.startAnew();
   Vst3Host host;
   ASSERT_TRUE(host.setState(vst3StreamOf(stateText(direct.effect))));
   host.activate(rateHz, longestBlock);
@@ -88,6 +89,7 @@ TEST_P(Vst3PlaysAPreset, AsTheEffectItselfInEveryMeter) {
   for (const Meter meter : {Meter{4, 4}, Meter{7, 8}, Meter{5, 4}}) {
     DirectEffect direct;
     direct.load(GetParam());
+    direct.effect.startAnew();
     Vst3Host host;
     ASSERT_TRUE(host.setState(vst3StreamOf(stateText(direct.effect))));
     host.activate(rateHz, longestBlock);
@@ -121,6 +123,7 @@ std::vector<float> playDucked(const std::string& state, bool connected, bool act
 TEST(Vst3Audio, HearsTheSideChainWhereAHostConnectsAndActivatesIt) {
   DirectEffect direct;
   direct.load("Ducking/Sidechain Pump");
+  direct.effect.startAnew();
   const std::string state = stateText(direct.effect);
   const auto ducked = playDucked(state, true, true);
   const auto plain = playDucked(state, false, true);

@@ -36,7 +36,10 @@ class Vst3BlockTest : public testing::Test {
     load(other);
     other.activate(rateHz, announced);
   }
-  void activate() { host.activate(rateHz, longestBlock); }
+  void activate() {
+    direct.effect.startAnew();
+    host.activate(rateHz, longestBlock);
+  }
 
   /// Plays noise through both, whose values `move` sets ahead of a block and with it. Returns the
   /// largest difference of the left outputs.
