@@ -15,7 +15,7 @@ TEST(PluginBypass, AsksForNothingOnTheAudioThread) {
   PluginBypass bypass(rig.effect);
   rig.set(kMasterFx, 2.0);
   for (int slot = 1; slot < 4; ++slot) rig.set(kSlotOn + slot, 1.0);
-  bypass.prepare(256, 48000.0);
+  bypass.prepare(256, 48000.0, false);
   StereoBuffer audio = noise(256);
   double* channels[] = {audio.left.data(), audio.right.data()};
   AudioBlock block;

@@ -51,8 +51,7 @@ void PluginBypass::takeMemory(std::size_t frames) {
   }
 }
 
-void PluginBypass::prepare(int maxFrames, double rateHz) {
-  const bool bypassed = isBypassed();
+void PluginBypass::prepare(int maxFrames, double rateHz, bool bypassed) {
   const int frames = std::max(maxFrames, 1);
   takeMemory(static_cast<std::size_t>(frames));
   for (DryHistory& channel : history) channel.clear();

@@ -28,8 +28,9 @@ class PluginBypass {
   PluginBypass& operator=(const PluginBypass&) = delete;
 
   /// Takes all memory for blocks of up to `maxFrames` at a rate in Hz, which the host's port must
-  /// name already, and lets the effect start anew at it and report its latency. No audio runs.
-  void prepare(int maxFrames, double rateHz);
+  /// name already, and lets the effect start anew at it and report its latency. It begins where the
+  /// host wants it, bypassed or not, without a fade. No audio runs.
+  void prepare(int maxFrames, double rateHz, bool bypassed);
 
   /// Forgets everything that sounds, without a fade, from the next frame on.
   void reset() noexcept;

@@ -11,6 +11,11 @@ namespace {
 
 constexpr int kFirstPost = numPositions - numSlots;
 
+/// The parameter that chooses the effect at a position.
+constexpr int selectorIndex(int position) noexcept {
+  return position == kMasterEffectSelector ? kMasterFx : fxTypeIndex(position);
+}
+
 }  // namespace
 
 bool ClapEditorPort::runsAnother(Orvantesco& effect, int position) const noexcept {
@@ -21,18 +26,25 @@ bool ClapEditorPort::runsAnother(Orvantesco& effect, int position) const noexcep
 }
 
 void ClapEditorPort::noteChoice(Orvantesco& effect, int position) noexcept {
-  if (!runsAnother(effect, position)) return;
+  if (runsAnother(effect, position)) wait(position);
+}
+
+void ClapEditorPort::wait(int position) noexcept {
   choices.fetch_or(1u << position, std::memory_order_relaxed);
   port.postDuty(ClapHostPort::kBuildEffects);
+}
+
+bool ClapEditorPort::isStillAChoice(Orvantesco& effect, int position) const noexcept {
+  return position == kMasterEffectSelector || runsAnother(effect, position);
 }
 
 void ClapEditorPort::carryOutChoices(Orvantesco& effect) {
   const unsigned waiting = choices.exchange(0, std::memory_order_relaxed);
   committer = std::this_thread::get_id();
-  for (int position = 0; position < numPositions; ++position) {
-    if ((waiting & 1u << position) == 0 || !runsAnother(effect, position)) continue;
+  for (int position = 0; position <= kMasterEffectSelector; ++position) {
+    if ((waiting & 1u << position) == 0 || !isStillAChoice(effect, position)) continue;
     committed = position;
-    effect.OnParamChange(fxTypeIndex(position));
+    effect.OnParamChange(selectorIndex(position));
   }
   committed = -1;
 }

@@ -35,6 +35,10 @@ class ClapEditorPort : public EditorPort {
   /// runs.
   void noteChoice(Orvantesco& effect, int position) noexcept;
 
+  /// A person has chosen another master effect. It runs already, with the knobs of the one before.
+  /// The same threads.
+  void noteMasterChoice() noexcept { wait(kMasterEffectSelector); }
+
   /// Builds the effects that were chosen: what the audio thread may not do. Main thread.
   void carryOutChoices(Orvantesco& effect);
 
@@ -50,13 +54,15 @@ class ClapEditorPort : public EditorPort {
   void showMessage(std::string_view text) noexcept override;
 
  private:
+  void wait(int position) noexcept;
+  bool isStillAChoice(Orvantesco& effect, int position) const noexcept;
   bool runsAnother(Orvantesco& effect, int position) const noexcept;
   void askForTexts() noexcept;
 
   ClapHostPort& port;
   const ClapHost& host;
   Shared<bool> quiet{false};
-  std::atomic<unsigned> choices{0};  ///< bit p: a choice at position p waits
+  std::atomic<unsigned> choices{0};  ///< bit p: a choice at p waits, 12 is the master effect
   Shared<int> committed{-1};         ///< position whose choice is being carried out
   /// Type ids of the effects that run, which a knob that automation has moved does not tell.
   std::array<std::atomic<int>, numPositions> running{};

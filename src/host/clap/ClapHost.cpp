@@ -53,6 +53,10 @@ void ClapHost::requestCallback() const noexcept {
   if (host->request_callback != nullptr) host->request_callback(host);
 }
 
+void ClapHost::requestProcess() const noexcept {
+  if (host->request_process != nullptr) host->request_process(host);
+}
+
 void ClapHost::log(std::int32_t severity, const char* message) const noexcept {
   if (const auto write = operationOf(logging, &ClapHostLog::log)) write(host, severity, message);
 }

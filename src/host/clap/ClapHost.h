@@ -20,6 +20,8 @@ class ClapHost {
   // Any thread.
   void requestRestart() const noexcept;
   void requestCallback() const noexcept;
+  /// Wakes the plug-in where it sleeps.
+  void requestProcess() const noexcept;
   void log(std::int32_t severity, const char* message) const noexcept;
   /// Whether the host can tell its threads apart, and which one this is.
   bool knowsThreads() const noexcept { return threads != nullptr; }

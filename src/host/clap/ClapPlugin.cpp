@@ -12,6 +12,19 @@ namespace {
 
 bool isRate(double rateHz) noexcept { return std::isfinite(rateHz) && rateHz > 0.0; }
 
+constexpr std::uint32_t kLongestBlock = std::numeric_limits<std::int32_t>::max();
+
+bool canSound(const clap_process_t& block) noexcept {
+  return block.audio_outputs != nullptr && block.audio_outputs_count > 0 &&
+         block.frames_count <= kLongestBlock;
+}
+
+/// The place of the effect that a parameter chooses, -1 where it chooses none.
+int selectorOf(int paramIdx) noexcept {
+  if (paramIdx == kMasterFx) return kMasterEffectSelector;
+  return isFxType(paramIdx) ? paramIdx - kFxTypePre : -1;
+}
+
 OrvantescoOptions optionsFor(const ClapPorts::Layout& layout, EditorPort& editor) noexcept {
   OrvantescoOptions options;
   options.editor = &editor;
@@ -68,7 +81,7 @@ void ClapPlugin::prepare(double rateHz, int longest) {
   port.setSampleRate(rateHz);
   buffers.prepare(longest, layout);
   all.effect.connectInputs(static_cast<int>(layout.mainInputs), layout.sideChain);
-  all.bypass.prepare(longest, rateHz);
+  all.bypass.prepare(longest, rateHz, all.parameters.isBypassed());
   all.tail.prepare(rateHz);
 }
 
@@ -98,13 +111,22 @@ void ClapPlugin::reset() noexcept {
 
 clap_process_status ClapPlugin::process(const clap_process_t& block) noexcept {
   threads.expectAudio("process");
-  const bool isSound = block.audio_outputs != nullptr && block.audio_outputs_count > 0 &&
-                       block.frames_count <= std::numeric_limits<std::int32_t>::max();
-  if (stage != Stage::processing || !isSound) return CLAP_PROCESS_ERROR;
+  if (!isActive()) return CLAP_PROCESS_ERROR;
   const ClapHostPort::Visit visit(port);
   port.takeTransport(block.transport, 0);
-  buffers.take(block);
   ClapEvents events(block.in_events);
+  const bool isHeard = stage == Stage::processing && canSound(block);
+  if (isHeard) renderBetween(events, block);
+  const auto end = static_cast<int>(std::min(block.frames_count, kLongestBlock));
+  events.takeAll([&](const auto& event) { take(event, end); });
+  tell(block.out_events);
+  const bool isWell = isHeard || (stage == Stage::processing && block.frames_count == 0);
+  return isWell ? advice() : CLAP_PROCESS_ERROR;
+}
+
+/// Up to the events of the block and on behind them.
+void ClapPlugin::renderBetween(ClapEvents& events, const clap_process_t& block) noexcept {
+  buffers.take(block);
   for (std::uint32_t frame = 0; frame < block.frames_count;) {
     const auto first = static_cast<int>(frame);
     events.takeUpTo(frame, [&](const auto& event) { take(event, first); });
@@ -112,12 +134,14 @@ clap_process_status ClapPlugin::process(const clap_process_t& block) noexcept {
     render(first, static_cast<int>(end - frame));
     frame = end;
   }
-  events.takeAll([&](const auto& event) { take(event, static_cast<int>(block.frames_count)); });
-  tell(block.out_events);
   for (std::uint32_t i = 0; i < block.audio_outputs_count; ++i) {
     block.audio_outputs[i].constant_mask = 0;
   }
+}
+
+clap_process_status ClapPlugin::advice() noexcept {
   initialised->tail.tempoIs(port.tempo());
+  initialised->tail.bypassIs(initialised->bypass.isBypassed());
   const clap_process_status status = initialised->tail.status();
   if (initialised->tail.hasNews()) host.tailChanged();
   return status;
@@ -131,15 +155,21 @@ void ClapPlugin::take(const clap_event_header_t& event, int frame) noexcept {
   }
 }
 
-/// Automation leaves the effects of the slots alone; a person who turns the host's own knob of one
-/// chooses it as in an editor, the one that automation has left in the knob too.
+/// Automation leaves the effects alone; a person who turns the host's own knob of one chooses it as
+/// in an editor, the one that automation has left in the knob too. While the plug-in is inactive no
+/// automation plays, and every value is a person's.
 void ClapPlugin::takeValue(const clap_event_param_value_t& event) noexcept {
   const auto taken = initialised->parameters.set(event.param_id, event.value);
   if (taken == ClapParameters::Taken::refused) return;
   if (taken == ClapParameters::Taken::moved) initialised->tail.settingsChanged();
-  const bool isLive = (event.header.flags & CLAP_EVENT_IS_LIVE) != 0;
-  const auto index = static_cast<int>(event.param_id);
-  if (isLive && isFxType(index)) editor.noteChoice(initialised->effect, index - kFxTypePre);
+  const bool isChoice = (event.header.flags & CLAP_EVENT_IS_LIVE) != 0 || !isActive();
+  const int position = selectorOf(static_cast<int>(event.param_id));
+  if (!isChoice || position < 0) return;
+  if (position != kMasterEffectSelector) {
+    editor.noteChoice(initialised->effect, position);
+  } else if (taken == ClapParameters::Taken::moved) {
+    editor.noteMasterChoice();
+  }
 }
 
 void ClapPlugin::render(int first, int frames) noexcept {
@@ -172,12 +202,25 @@ void ClapPlugin::flush(const clap_input_events_t* in, const clap_output_events_t
   }
   ClapEvents(in).takeAll([&](const auto& event) { take(event, 0); });
   tell(out);
+  if (out != nullptr && port.hasNews()) askToComeAgain();
+}
+
+/// For what the list had no room for. No flush may be asked for on the audio thread.
+void ClapPlugin::askToComeAgain() const noexcept {
+  if (isActive()) {
+    host.requestProcess();
+  } else {
+    host.requestFlush();
+  }
 }
 
 void ClapPlugin::runDuties() {
   threads.expectMain("on_main_thread");
   const unsigned duties = port.takeDuties();
-  if (duties & ClapHostPort::kBuildEffects) editor.carryOutChoices(initialised->effect);
+  if (duties & ClapHostPort::kBuildEffects) {
+    editor.carryOutChoices(initialised->effect);
+    host.requestProcess();
+  }
   clap_param_rescan_flags flags = 0;
   if (duties & ClapHostPort::kRescanValues) flags |= CLAP_PARAM_RESCAN_VALUES;
   if (duties & ClapHostPort::kRescanTexts) flags |= CLAP_PARAM_RESCAN_TEXT | CLAP_PARAM_RESCAN_INFO;
@@ -223,6 +266,7 @@ bool ClapPlugin::loadPreset(std::uint32_t kind, const char* location, const char
 /// Everything may have moved, names and texts with it. Main thread.
 void ClapPlugin::tellOfLoad() noexcept {
   initialised->tail.settingsChanged();
+  host.requestProcess();
   host.rescanParameters(CLAP_PARAM_RESCAN_VALUES | CLAP_PARAM_RESCAN_TEXT | CLAP_PARAM_RESCAN_INFO);
 }
 

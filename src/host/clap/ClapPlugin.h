@@ -78,9 +78,12 @@ class ClapPlugin {
   enum class Stage { created, initialised, active, processing };
 
   void prepare(double rateHz, int longest);
+  void renderBetween(ClapEvents& events, const clap_process_t& block) noexcept;
+  clap_process_status advice() noexcept;
   void take(const clap_event_header_t& event, int frame) noexcept;
   void takeValue(const clap_event_param_value_t& event) noexcept;
   void render(int first, int frames) noexcept;
+  void askToComeAgain() const noexcept;
   void tell(const clap_output_events_t* list) noexcept;
   void tellOfLoad() noexcept;
 

@@ -37,7 +37,8 @@ std::uint32_t ClapTail::frames() noexcept {
   const std::uint64_t now = settings.load(std::memory_order_relaxed);
   const std::uint64_t known = counted;
   if (known >> 32 == now) return framesIn(known);
-  const double tail = std::ceil(tailSeconds(effect) * rate) + effect.latency;
+  const double echoes = bypassed ? 0.0 : std::ceil(tailSeconds(effect) * rate);
+  const double tail = echoes + effect.latency;
   const std::uint32_t found = tail < kEndless ? static_cast<std::uint32_t>(tail) : kEndless;
   counted = now << 32 | found;
   return found;

@@ -40,6 +40,13 @@ class ClapTail {
     if (std::exchange(lastTempo, beatsPerMinute) != beatsPerMinute) settingsChanged();
   }
 
+  /// Whether the effect stands still, so that nothing sounds on but what the latency holds back.
+  /// Audio thread.
+  void bypassIs(bool on) noexcept {
+    if (bypassed != on) settingsChanged();
+    bypassed = on;
+  }
+
   /// Frames, latency and all, until what sounds has faded, as the standard counts them: INT32_MAX
   /// for never. Any thread.
   std::uint32_t frames() noexcept;
@@ -75,6 +82,7 @@ class ClapTail {
   /// Frames, and above them the `settings` that they were counted for, in one word: who counts
   /// late for old settings is found out by the next question.
   Shared<std::uint64_t> counted{0};
+  Shared<bool> bypassed{false};
   double lastTempo = HostTimeInfo{}.tempo;
   std::uint32_t lastNews = 0;
   std::int64_t quietInput = 0;

@@ -39,7 +39,7 @@ void DpfEngine::takeMemory(double rateHz, int frames) {
   hasMemory = false;
   host.setSampleRate(rateHz);
   audio.prepare(frames);
-  bypass.prepare(frames, rateHz);
+  bypass.prepare(frames, rateHz, bypassed);
   hasMemory = true;
 }
 

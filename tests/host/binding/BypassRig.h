@@ -14,8 +14,8 @@ inline constexpr int fadeFrames = 480;
 
 /// An effect behind a bypass, and a host that drives both.
 struct BypassRig {
-  explicit BypassRig(int longestBlock = 512) {
-    bypass.prepare(longestBlock, rate);
+  explicit BypassRig(int longestBlock = 512, bool bypassed = false) {
+    bypass.prepare(longestBlock, rate, bypassed);
     rig.set(kDryLevel, 100.0);
   }
 

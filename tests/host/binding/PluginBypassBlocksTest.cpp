@@ -14,7 +14,7 @@ namespace {
 TEST(PluginBypassBlocks, PassesAMonoInputToBothOutputs) {
   EngineRig rig{rate};
   PluginBypass bypass(rig.effect);
-  bypass.prepare(256, rate);
+  bypass.prepare(256, rate, false);
   const StereoBuffer input = noise(4096);
   StereoBuffer out(input.size());
   for (std::size_t at = 0; at < input.size(); at += 256) {
@@ -39,7 +39,7 @@ TEST(PluginBypassBlocks, TakesSeparateAndCrossedBuffersAlike) {
   const auto run = [&](bool crossed) {
     EngineRig rig{rate};
     PluginBypass bypass(rig.effect);
-    bypass.prepare(128, rate);
+    bypass.prepare(128, rate, false);
     StereoBuffer in = input;
     StereoBuffer apart(input.size());
     StereoBuffer result(input.size());
@@ -92,7 +92,7 @@ TEST(PluginBypassBlocks, AsksForThePositionOfTheHostsBlockInEveryPiece) {
   } host;
   Orvantesco effect(host);
   PluginBypass bypass(effect);
-  bypass.prepare(64, rate);
+  bypass.prepare(64, rate, false);
   StereoBuffer audio(1024);
   double* channels[] = {audio.left.data(), audio.right.data()};
   AudioBlock block;
@@ -108,7 +108,7 @@ TEST(PluginBypassBlocks, ReportsTheLatencyBeforeTheFirstBlock) {
   for (const double at : {44100.0, 48000.0, 96000.0}) {
     EngineRig rig{at};
     PluginBypass bypass(rig.effect);
-    bypass.prepare(512, at);
+    bypass.prepare(512, at, false);
     const int before = rig.host.latencySamples();
     StereoBuffer audio(512);
     rig.block(audio, 0, 512);

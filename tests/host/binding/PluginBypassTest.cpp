@@ -68,6 +68,17 @@ TEST(PluginBypass, PassesTheInputLateByTheLatencyAndNothingElse) {
   EXPECT_EQ(differenceFrom(input, audio, rig.latency(), fadeFrames, audio.size()), 0.0);
 }
 
+TEST(PluginBypass, ThatASessionBeginsWithLetsNothingOfTheEffectThrough) {
+  BypassRig rig(512, true);
+  EXPECT_TRUE(rig.bypass.isBypassed());
+  const StereoBuffer input = noise(4000);
+  StereoBuffer audio = input;
+  rig.play(audio, 0, audio.size(), true);
+  const auto latency = static_cast<std::size_t>(rig.latency());
+  EXPECT_EQ(peak(audio, 0, latency), 0.0);
+  EXPECT_EQ(differenceFrom(input, audio, rig.latency(), latency, audio.size()), 0.0);
+}
+
 TEST(PluginBypass, KnowsTheInputFromBeforeTheBypass) {
   // No gap of the latency's length where the bypass begins.
   BypassRig rig;

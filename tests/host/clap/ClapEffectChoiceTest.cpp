@@ -1,5 +1,6 @@
 // Effects that a person chooses with a host's own controls, and those that automation leaves alone.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "host/clap/ClapRender.h"
@@ -43,10 +44,10 @@ TEST(ClapEffectChoice, OfAPersonBuildsAndAutomationDoesNot) {
     ClapInstance instance;
     instance.in.value(0, kFxOnPre, 1);
     instance.in.value(0, kDryLevel, 0.0);
+    instance.start();
     sendType(instance, kShifter, flags);
     instance.runMainThread();
     EXPECT_EQ(instance.value(kFxTypePre), kShifter);
-    instance.start();
     return throughClap(instance, noise(72000), {});
   };
   const StereoBuffer plain = soundWith(0);
@@ -64,6 +65,7 @@ TEST(ClapEffectChoice, WhileItPlaysIsBuiltOnTheMainThread) {
 
 TEST(ClapEffectChoice, OfWhatAutomationLeftInTheKnobBuilds) {
   ClapInstance instance;
+  instance.start();
   sendType(instance, kShifter, 0);
   EXPECT_FALSE(builds(instance));
   EXPECT_EQ(instance.value(kFxTypePre), kShifter);
@@ -73,6 +75,7 @@ TEST(ClapEffectChoice, OfWhatAutomationLeftInTheKnobBuilds) {
 
 TEST(ClapEffectChoice, OfTheEffectThatRunsKeepsItsSettings) {
   ClapInstance instance;
+  instance.start();
   sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
   ASSERT_TRUE(builds(instance));
   instance.in.value(0, kFxParam1, 0.123);
@@ -88,6 +91,7 @@ TEST(ClapEffectChoice, OfTheEffectThatRunsKeepsItsSettings) {
 
 TEST(ClapEffectChoice, TheLastOfManyInOneTurnCounts) {
   ClapInstance instance;
+  instance.start();
   sendType(instance, kFilter, CLAP_EVENT_IS_LIVE);
   sendType(instance, 0.0, CLAP_EVENT_IS_LIVE);
   EXPECT_FALSE(builds(instance));
@@ -148,8 +152,53 @@ TEST(ClapEffectChoice, ThatWaitsOutlivesALoadThatFails) {
   EXPECT_TRUE(builds(instance));
 }
 
+TEST(ClapEffectChoice, IsWhatTheHostSendsWhileNothingPlays) {
+  ClapInstance instance;
+  sendType(instance, kShifter, 0);
+  EXPECT_TRUE(builds(instance));
+  instance.start();
+  sendType(instance, kFilter, 0);
+  EXPECT_FALSE(builds(instance));
+}
+
+TEST(ClapEffectChoice, WakesTheHost) {
+  ClapInstance instance;
+  instance.start();
+  sendType(instance, kShifter, CLAP_EVENT_IS_LIVE);
+  EXPECT_EQ(instance.host.processRequests, 0);
+  instance.runMainThread();
+  EXPECT_EQ(instance.host.processRequests, 1);
+}
+
+/// What the knobs of the master effect stand at, once all four stood elsewhere and the effect was
+/// chosen with these flags.
+std::vector<double> masterKnobsAfter(std::uint32_t flags) {
+  constexpr double elsewhere = 0.123;
+  ClapInstance instance;
+  instance.start();
+  for (clap_id knob = 0; knob < 4; ++knob) {
+    instance.in.value(0, kMasterFxParam + knob, elsewhere);
+  }
+  instance.in.value(0, kMasterFx, 1.0);
+  instance.in.last().flags = flags;
+  instance.flush();
+  instance.runMainThread();
+  EXPECT_EQ(instance.value(kMasterFx), 1.0);
+  std::vector<double> knobs;
+  for (clap_id knob = 0; knob < 4; ++knob) knobs.push_back(instance.value(kMasterFxParam + knob));
+  return knobs;
+}
+
+TEST(ClapEffectChoice, OfTheMasterEffectTakesItsKnobsAlong) {
+  const std::vector<double> elsewhere(4, 0.123);
+  EXPECT_THAT(masterKnobsAfter(0), testing::Pointwise(testing::DoubleNear(1e-12), elsewhere));
+  const auto chosen = masterKnobsAfter(CLAP_EVENT_IS_LIVE);
+  for (const double knob : chosen) EXPECT_GT(std::abs(knob - 0.123), 0.01);
+}
+
 TEST(ClapEffectChoice, ThatIsNoNumberIsNone) {
   ClapInstance instance;
+  instance.start();
   sendType(instance, kShifter, 0);
   sendType(instance, std::numeric_limits<double>::quiet_NaN(), CLAP_EVENT_IS_LIVE);
   EXPECT_FALSE(builds(instance));

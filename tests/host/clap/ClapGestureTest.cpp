@@ -54,12 +54,25 @@ TEST(ClapGesture, WhatTheHostDoesNotTakeNowItGetsLater) {
   ClapInstance instance;
   instance.out.room = 2;
   turnKnob(effectOf(instance), kFeedback, 0.3);
+  const int requests = instance.host.flushRequests;
   instance.flush();
   EXPECT_EQ(instance.out.told.size(), 2u);
+  EXPECT_EQ(instance.host.flushRequests, requests + 1);
   instance.out.room = 100;
   instance.flush();
   ASSERT_EQ(instance.out.told.size(), 3u);
   EXPECT_EQ(instance.out.told[2].type, CLAP_EVENT_PARAM_GESTURE_END);
+}
+
+TEST(ClapGesture, WhatAnActiveHostDoesNotTakeWakesIt) {
+  ClapInstance instance;
+  instance.start();
+  turnKnob(effectOf(instance), kFeedback, 0.3);
+  const int requests = instance.host.flushRequests;
+  instance.out.room = 2;
+  instance.flush();
+  EXPECT_EQ(instance.host.processRequests, 1);
+  EXPECT_EQ(instance.host.flushRequests, requests);
 }
 
 /// Nothing is told back of what the host has moved itself, but for what follows from it.

@@ -9,6 +9,7 @@
 
 #include "fx/RateValues.h"
 #include "host/clap/ClapInstance.h"
+#include "host/clap/ClapParameters.h"
 #include "host/clap/ClapRender.h"
 
 namespace orvantesco {
@@ -91,12 +92,41 @@ TEST(ClapLifecycle, NullsAreRefused) {
   EXPECT_FALSE(state.load(plugin, nullptr));
 }
 
-TEST(ClapLifecycle, ABlockWithoutOutputIsAnError) {
+TEST(ClapLifecycle, ABlockWithoutOutputIsAnErrorAndStillTakesItsEvents) {
   ClapInstance instance;
   instance.start();
   clap_process_t block{};
   block.frames_count = 64;
+  instance.in.value(3, kFeedback, 0.25);
   EXPECT_EQ(instance.process(block), CLAP_PROCESS_ERROR);
+  EXPECT_EQ(instance.value(kFeedback), 0.25);
+  instance.stopProcessing();
+  instance.in.value(3, kFeedback, 0.75);
+  EXPECT_EQ(instance.process(block), CLAP_PROCESS_ERROR);
+  EXPECT_EQ(instance.value(kFeedback), 0.75);
+}
+
+TEST(ClapLifecycle, ABlockOfNoFramesCarriesEvents) {
+  ClapInstance instance;
+  instance.start();
+  clap_process_t block{};
+  instance.in.value(0, kLfoSync, 1.0);
+  EXPECT_NE(instance.process(block), CLAP_PROCESS_ERROR);
+  EXPECT_EQ(instance.value(kLfoSync), 1.0);
+  ASSERT_EQ(instance.out.told.size(), 1u);
+  EXPECT_EQ(instance.out.told[0].id, static_cast<clap_id>(kLfoRate));
+}
+
+TEST(ClapLifecycle, ASessionSavedBypassedBeginsDry) {
+  ClapInstance instance;
+  instance.in.value(0, ClapParameters::bypassId, 1.0);
+  instance.flush();
+  instance.start();
+  const StereoBuffer sound = noise(4800);
+  const StereoBuffer heard = throughClap(instance, sound, {});
+  for (std::size_t i = 0; i < heard.size(); ++i) {
+    ASSERT_EQ(heard.left[i], i < 80 ? 0.0 : sound.left[i - 80]) << i;
+  }
 }
 
 TEST(ClapLifecycle, AHostWithoutExtensionsIsHostEnough) {

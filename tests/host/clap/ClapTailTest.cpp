@@ -119,6 +119,30 @@ TEST(ClapTail, WithoutEndIsNeverSleptThrough) {
   for (int i = 0; i < 1000; ++i) ASSERT_EQ(play(instance, 0.0), CLAP_PROCESS_CONTINUE);
 }
 
+TEST(ClapTail, OfABypassIsTheLatencyWhateverTheFeedback) {
+  ClapInstance instance;
+  instance.in.value(0, kFeedback, 1.0);
+  instance.in.value(0, ClapParameters::bypassId, 1.0);
+  instance.flush();
+  instance.start();
+  play(instance, 0.5);
+  EXPECT_EQ(tailOf(instance), latencyOf(instance));
+  clap_process_status last = CLAP_PROCESS_CONTINUE;
+  for (int i = 0; i < 5; ++i) last = play(instance, 0.0);
+  EXPECT_EQ(last, CLAP_PROCESS_SLEEP);
+  instance.in.value(0, ClapParameters::bypassId, 0.0);
+  for (int i = 0; i < 5; ++i) last = play(instance, 0.0);
+  EXPECT_EQ(last, CLAP_PROCESS_CONTINUE);
+}
+
+TEST(ClapTail, OfWhatIsLoadedWakesTheHost) {
+  ClapInstance instance;
+  instance.start();
+  EXPECT_EQ(instance.host.processRequests, 0);
+  ASSERT_TRUE(instance.load(instance.state()));
+  EXPECT_EQ(instance.host.processRequests, 1);
+}
+
 TEST(ClapTail, IsNoneOfSettingsThatMove) {
   ClapInstance instance;
   instance.start();

@@ -65,7 +65,7 @@ ClapTestHost::ClapTestHost() {
   host.version = "4.3.2";
   host.get_extension = extensionOf;
   host.request_restart = [](const clap_host_t* caller) { ++self(caller).restarts; };
-  host.request_process = [](const clap_host_t*) {};
+  host.request_process = [](const clap_host_t* caller) { ++self(caller).processRequests; };
   host.request_callback = [](const clap_host_t* caller) { ++self(caller).callbacks; };
 }
 

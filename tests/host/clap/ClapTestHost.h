@@ -35,6 +35,7 @@ class ClapTestHost {
 
   std::atomic<int> restarts{0};
   std::atomic<int> callbacks{0};
+  std::atomic<int> processRequests{0};
   std::atomic<int> flushRequests{0};
   std::atomic<int> latencyChanges{0};
   std::atomic<int> dirtyMarks{0};
