@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "host/binding/ParameterModule.h"
 #include "host/binding/ParameterText.h"
 #include "params/IParam.h"
+#include "params/ParamBank.h"
 #include "params/PlainText.h"
 
 namespace orvantesco {
@@ -45,6 +47,15 @@ clap_param_info_flags flagsOf(const IParam& param) noexcept {
   const bool hasNames = !param.form().displayTexts.empty();
   if (isStepped(param) && hasNames) flags |= kClapParamIsEnum;
   return flags;
+}
+
+const ParamBank& freshBank() {
+  static const auto bank = [] {
+    auto built = std::make_unique<ParamBank>();
+    built->buildParameterBank();
+    return built;
+  }();
+  return *bank;
 }
 
 void describeBypass(clap_param_info_t& info) noexcept {
@@ -85,8 +96,10 @@ bool ClapParameters::describe(std::uint32_t place, clap_param_info_t& info) cons
   return true;
 }
 
-void ClapParameters::describeBankParameter(int index, clap_param_info_t& info) const {
-  const IParam& param = *effect.GetParam(index);
+/// Of a fresh bank: in a tempo mode the rate of an LFO has another name and default, which a host
+/// may not see change while it plays.
+void ClapParameters::describeBankParameter(int index, clap_param_info_t& info) {
+  const IParam& param = *freshBank().getParam(index);
   info.id = static_cast<clap_id>(index);
   info.flags = flagsOf(param);
   put(param.name(), info.name);

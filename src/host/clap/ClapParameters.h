@@ -56,7 +56,7 @@ class ClapParameters {
 
  private:
   IParam* find(clap_id id) const noexcept;
-  void describeBankParameter(int index, clap_param_info_t& info) const;
+  static void describeBankParameter(int index, clap_param_info_t& info);
 
   Orvantesco& effect;
   Shared<bool> bypassed{false};

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <set>
 #include <stop_token>
 #include <thread>
 
@@ -29,13 +30,28 @@ struct PresetsRig {
   PluginPresets presets{rig.effect, library, prompts};
 };
 
+/// The files that the library lists.
+std::set<std::string> pathsIn(PresetLibrary& library) {
+  std::set<std::string> paths;
+  const auto catalogue = library.catalogue();
+  for (const PresetEntry& entry : catalogue->presetOrder) {
+    paths.insert(entry.relativePath + entry.extension);
+  }
+  return paths;
+}
+
+std::set<std::string> shippedPaths() {
+  std::set<std::string> paths;
+  for (const FactoryPreset& preset : factoryPresets()) paths.insert(preset.relativePath());
+  return paths;
+}
+
 TEST(PluginPresets, InstallsWhatIsMissingAndListsIt) {
   PresetsRig rig;
   const FactoryPreset& first = factoryPresets().front();
   rig.presets.start();
-  EXPECT_FALSE(rig.library.catalogue() == nullptr);
-  EXPECT_GE(rig.presets.browser().menu().selectedPath().size(), 0u);
-  EXPECT_GE(rig.library.catalogue()->presetOrder.size(), factoryPresets().size());
+  rig.presets.browser();
+  EXPECT_EQ(pathsIn(rig.library), shippedPaths());
   EXPECT_EQ(rig.tree.content(first.relativePath()), first.text);
 }
 
@@ -51,9 +67,9 @@ TEST(PluginPresets, EndsBetweenTwoFiles) {
 
 TEST(PluginPresets, ListTheLibraryWhenTheMenuIsWantedWithoutAStart) {
   PresetsRig rig;
+  EXPECT_EQ(pathsIn(rig.library), std::set<std::string>());
   rig.presets.browser();
-  ASSERT_NE(rig.library.catalogue(), nullptr);
-  EXPECT_GE(rig.library.catalogue()->presetOrder.size(), factoryPresets().size());
+  EXPECT_EQ(pathsIn(rig.library), shippedPaths());
 }
 
 TEST(PluginPresets, TouchesNoDiskBeforeItStarts) {

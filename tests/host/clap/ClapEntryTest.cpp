@@ -89,20 +89,5 @@ TEST(ClapEntry, AHostOfTheStandardsFirstDraftsIsRefused) {
   EXPECT_EQ(factory.create_plugin(&factory, &old, "com.qlm-works.orvantesco"), nullptr);
 }
 
-TEST(ClapEntry, NothingButTheEntryIsSeenFromOutside) {
-  const ClapModule module;
-  ASSERT_NE(module.file, nullptr);
-  // A name with C linkage, and two of C++ that the engine certainly has inside.
-  for (const char* name : {"_ZN10orvantesco10Orvantesco8ResetDSPEv",
-                           "_ZTVN10orvantesco10OrvantescoE", "_ZN10orvantesco10sampleRateE"}) {
-    void* const found = ::dlsym(module.file, name);
-    Dl_info info{};
-    const bool isTheirs =
-        found != nullptr && ::dladdr(found, &info) != 0 &&
-        std::string_view(info.dli_fname).find("Orvantesco.clap") != std::string_view::npos;
-    EXPECT_FALSE(isTheirs) << name;
-  }
-}
-
 }  // namespace
 }  // namespace orvantesco

@@ -43,6 +43,20 @@ TEST(ClapParameters, TheBankIsListedByIndexAndTheBypassBehindIt) {
   EXPECT_FALSE(instance.params().get_info(instance.plugin, 1096, &none));
 }
 
+TEST(ClapParameters, AreListedAlikeWhateverTheySayNow) {
+  ClapInstance instance;
+  const clap_param_info_t before = infoAt(instance, kLfoRate + 1);
+  instance.in.value(0, kLfoSync + 1, 1.0);
+  instance.flush();
+  const clap_param_info_t after = infoAt(instance, kLfoRate + 1);
+  EXPECT_STREQ(after.name, "LFO Rate 2");
+  EXPECT_STREQ(after.name, before.name);
+  EXPECT_EQ(after.default_value, before.default_value);
+  EXPECT_EQ(after.flags, before.flags);
+  EXPECT_NE(instance.text(kLfoRate + 1, 0.5).find('/'), std::string::npos)
+      << "the rate is in notes";
+}
+
 TEST(ClapParameters, EachHasAnAutomatableRangeAndAPlaceOfItsOwn) {
   const ClapInstance instance;
   std::set<std::string> places;
