@@ -80,6 +80,34 @@ void playUnderGuard(const char* what) {
 TEST(ClapRealTime, BlocksOf64BitsAskForNothing) { playUnderGuard<double>("64 bits"); }
 TEST(ClapRealTime, BlocksOf32BitsAskForNothing) { playUnderGuard<float>("32 bits"); }
 
+/// What the main thread then builds is taken by the next block.
+TEST(ClapRealTime, EffectsChosenByHandAndTransportsAskForNothing) {
+  ClapInstance instance;
+  instance.start(48000.0, 256);
+  ReadyBlock<double> ready;
+  clap_event_transport_t transport{};
+  transport.flags = CLAP_TRANSPORT_HAS_TEMPO | CLAP_TRANSPORT_HAS_BEATS_TIMELINE |
+                    CLAP_TRANSPORT_HAS_TIME_SIGNATURE | CLAP_TRANSPORT_IS_PLAYING |
+                    CLAP_TRANSPORT_IS_LOOP_ACTIVE;
+  transport.tempo = 97.0;
+  transport.tsig_num = 7;
+  transport.tsig_denom = 8;
+  instance.in.value(0, kFxOnPre, 1.0);
+  instance.in.transport(3, transport);
+  for (const clap_id selector : {kFxTypePre, kFxTypePre + 4, kFxTypePre + 8, kMasterFx}) {
+    instance.in.value(10, selector, 3.0);
+    instance.in.last().flags = CLAP_EVENT_IS_LIVE;
+  }
+  transport.tempo = 180.0;
+  instance.in.transport(200, transport);
+  expectRealTime("a choice", [&] { instance.process(ready.block); });
+  EXPECT_GT(instance.host.callbacks, 0);
+  instance.out.told.clear();
+  instance.runMainThread();
+  expectRealTime("what was built", [&] { instance.process(ready.block); });
+  EXPECT_GT(instance.out.told.size(), 10u);
+}
+
 TEST(ClapRealTime, TheGuardWouldSeeIt) {
   if (!AudioThreadGuard::works()) GTEST_SKIP() << "the allocator belongs to a sanitizer";
   const AudioThreadGuard guard;
