@@ -14,8 +14,9 @@ namespace {
 // Keeps the recursive parts of the wet path out of the denormal range.
 constexpr double kAntiDenormal = 1e-15;
 
-// The fade of a start takes 0.1 s, the longest glide 0.2 s.
-constexpr double kSettleSeconds = 0.25;
+// The fade of a start takes 0.1 s, and the longest glide comes to rest, to the last bit, in 0.93 s:
+// its 0.2 s times ln(2e-13) / -2 pi.
+constexpr double kSettleSeconds = 1.0;
 
 bool isNamed(double hostRate) noexcept { return std::isfinite(hostRate) && hostRate > 0.0; }
 

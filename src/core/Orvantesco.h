@@ -102,7 +102,7 @@ class Orvantesco : public IPlugAAX {
   /// Takes the host's rate and puts the effect where it stands each time before it begins to play:
   /// the fade and the glides of a start are over, nothing sounds, and the modulators are at their
   /// beginning. What is played from here is the same to the bit whatever was played before.
-  /// Runs a quarter of a second of silence. Allocates. Control thread while no audio runs.
+  /// Runs a second of silence. Allocates. Control thread while no audio runs.
   void startAnew();
 
   /// `ResetDSP` behind a fade.

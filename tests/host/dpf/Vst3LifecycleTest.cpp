@@ -85,6 +85,47 @@ TEST_F(Vst3Lifecycle, PlaysNothingBeforeItIsActivatedButTakesItsChanges) {
   EXPECT_GT(peakOfSilence(), 0.01);
 }
 
+/// What a host hears that plays 0.4 s from beat 3 on, in blocks that are no whole vectors.
+std::vector<float> bounce(Vst3Host& host) {
+  std::vector<float> heard;
+  v3_process_context context{};
+  context.state = V3_PROCESS_CTX_PLAYING | V3_PROCESS_CTX_PROJECT_TIME_VALID |
+                  V3_PROCESS_CTX_TEMPO_VALID | V3_PROCESS_CTX_TIME_SIG_VALID;
+  context.sample_rate = rateHz;
+  context.bpm = 137.0;
+  context.time_sig_numerator = context.time_sig_denom = 4;
+  for (unsigned b = 0; b < 65; ++b) {
+    Vst3Block block(299);
+    block.in = {noise(299, b), noise(299, b + 1000)};
+    context.project_time_quarters = 3.0 + b * 299 * context.bpm / (60.0 * rateHz);
+    context.project_time_in_samples =
+        static_cast<std::int64_t>(context.project_time_quarters * 60.0 / context.bpm * rateHz);
+    block.context = &context;
+    host.process(block);
+    heard.insert(heard.end(), block.out[0].begin(), block.out[0].end());
+  }
+  return heard;
+}
+
+TEST_F(Vst3Lifecycle, PlaysTheSameInASecondBounce) {
+  direct.set(kGateOn, 1.0);
+  direct.set(kGateSync, 1.0);
+  direct.set(kLevelModSource, 5.0);
+  direct.set(kLevelModDepth, 50.0);
+  direct.set(kLfoOn, 1.0);
+  direct.set(kDelayTimeLModSource, 1.0);
+  direct.set(kDelayTimeLModDepth, 20.0);
+  ASSERT_TRUE(host.setState(vst3StreamOf(stateText(direct.effect))));
+  host.activate(rateHz, longestBlock);
+  const std::vector<float> first = bounce(host);
+  EXPECT_GT(peakOf(first), 0.1);
+  for (int times = 0; times < 2; ++times) {
+    host.deactivate();
+    host.activate(rateHz, longestBlock);
+    EXPECT_TRUE(bounce(host) == first);
+  }
+}
+
 TEST_F(Vst3Lifecycle, TellsHowLongItSoundsOn) {
   host.activate(rateHz, longestBlock);
   const auto frames = static_cast<std::uint32_t>(std::ceil(direct.effect.tailSeconds() * rateHz));
