@@ -1,9 +1,10 @@
 #include "host/clap/ClapEditorPort.h"
 
+#include <array>
 #include <cmath>
-#include <string>
 
 #include "fx/EffectCatalogue.h"
+#include "host/clap/ClapText.h"
 #include "params/IParam.h"
 
 namespace orvantesco {
@@ -85,7 +86,9 @@ void ClapEditorPort::showEffect(int position, int typeId) noexcept {
 }
 
 void ClapEditorPort::showMessage(std::string_view text) noexcept {
-  host.log(kClapLogWarning, std::string(text).c_str());
+  std::array<char, 512> line{};  // messages are a sentence or two; a string might find no memory
+  putText(text, line);
+  host.log(kClapLogWarning, line.data());
 }
 
 }  // namespace orvantesco

@@ -1,7 +1,8 @@
 #include "host/clap/ClapFactory.h"
 
 #include <array>
-#include <new>
+#include <exception>
+#include <memory>
 #include <string_view>
 
 #include "host/binding/PluginIdentity.h"
@@ -42,11 +43,13 @@ const clap_plugin_descriptor_t* describePlugin(const clap_plugin_factory_t*, std
 }
 
 const clap_plugin_t* createPlugin(const clap_plugin_factory_t*, const clap_host_t* host,
-                                  const char* id) {
+                                  const char* id) try {
   if (host == nullptr || id == nullptr || std::string_view(id) != descriptor.id) return nullptr;
   if (!clap_version_is_compatible(host->clap_version)) return nullptr;
-  auto* const plugin = new (std::nothrow) ClapPlugin(*host);
-  return plugin != nullptr ? plugin->handle() : nullptr;
+  auto plugin = std::make_unique<ClapPlugin>(*host);
+  return plugin.release()->handle();  // the host destroys it through its table
+} catch (const std::exception&) {
+  return nullptr;
 }
 
 constinit const clap_plugin_factory_t factory{countPlugins, describePlugin, createPlugin};

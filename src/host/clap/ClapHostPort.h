@@ -17,7 +17,7 @@ namespace orvantesco {
 /// waits here until the host comes to fetch it.
 class ClapHostPort : public HostPort {
  public:
-  explicit ClapHostPort(const ClapHost& clapHost) noexcept : host(clapHost) {}
+  explicit ClapHostPort(const ClapHost& clapHost) : host(clapHost) {}
   ClapHostPort(const ClapHostPort&) = delete;
   ClapHostPort& operator=(const ClapHostPort&) = delete;
 

@@ -7,8 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "host/binding/ParameterModule.h"
+#include "host/binding/ParameterGroup.h"
 #include "host/binding/ParameterText.h"
+#include "host/clap/ClapText.h"
 #include "params/IParam.h"
 #include "params/ParamBank.h"
 #include "params/PlainText.h"
@@ -35,12 +36,6 @@ double plainOf(const IParam& param, double hostValue) noexcept {
   return std::clamp(std::floor(hostValue + kStepTolerance), param.min(), param.max());
 }
 
-void put(std::string_view text, std::span<char> room) noexcept {
-  const std::size_t length = std::min(text.size(), room.size() - 1);
-  std::copy_n(text.begin(), length, room.begin());
-  room[length] = '\0';
-}
-
 clap_param_info_flags flagsOf(const IParam& param) noexcept {
   clap_param_info_flags flags = CLAP_PARAM_IS_AUTOMATABLE;
   if (isStepped(param)) flags |= CLAP_PARAM_IS_STEPPED;
@@ -62,7 +57,7 @@ void describeBypass(clap_param_info_t& info) noexcept {
   info.id = ClapParameters::bypassId;
   info.flags =
       CLAP_PARAM_IS_AUTOMATABLE | CLAP_PARAM_IS_STEPPED | CLAP_PARAM_IS_BYPASS | kClapParamIsEnum;
-  put("Bypass", info.name);
+  putText("Bypass", info.name);
   info.max_value = 1.0;
 }
 
@@ -102,8 +97,8 @@ void ClapParameters::describeBankParameter(int index, clap_param_info_t& info) {
   const IParam& param = *freshBank().getParam(index);
   info.id = static_cast<clap_id>(index);
   info.flags = flagsOf(param);
-  put(param.name(), info.name);
-  put(parameterModule(index), info.module);
+  putText(param.name(), info.name);
+  putText(parameterModule(index), info.module);
   info.min_value = isStepped(param) ? param.min() : 0.0;
   info.max_value = isStepped(param) ? param.max() : 1.0;
   info.default_value = hostValueOf(param, param.defaultValue());
@@ -119,12 +114,12 @@ std::optional<double> ClapParameters::value(clap_id id) const noexcept {
 bool ClapParameters::writeText(clap_id id, double value, std::span<char> text) const {
   if (text.empty() || !std::isfinite(value)) return false;
   if (id == bypassId) {
-    put(value < 1.0 ? kBypassOff : kBypassOn, text);
+    putText(value < 1.0 ? kBypassOff : kBypassOn, text);
     return true;
   }
   const IParam* const param = find(id);
   if (param == nullptr) return false;
-  put(parameterText(*effect.bank, static_cast<int>(id), plainOf(*param, value)), text);
+  putText(parameterText(*effect.bank, static_cast<int>(id), plainOf(*param, value)), text);
   return true;
 }
 

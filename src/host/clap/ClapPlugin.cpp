@@ -45,8 +45,7 @@ ClapPlugin::Parts::Parts(ClapPlugin& owner)
   effect.SetHost(owner.host.name(), owner.host.version());
 }
 
-ClapPlugin::ClapPlugin(const clap_host_t& clapHost) noexcept
-    : table(clapTableOf(*this)), host(&clapHost) {}
+ClapPlugin::ClapPlugin(const clap_host_t& clapHost) : table(clapTableOf(*this)), host(&clapHost) {}
 
 ClapPlugin* ClapPlugin::behind(const clap_plugin_t* plugin) noexcept {
   return plugin != nullptr ? static_cast<ClapPlugin*>(plugin->plugin_data) : nullptr;

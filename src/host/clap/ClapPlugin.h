@@ -25,7 +25,8 @@ namespace orvantesco {
 /// A call out of order does nothing and returns false. Threads are those of the standard.
 class ClapPlugin {
  public:
-  explicit ClapPlugin(const clap_host_t& clapHost) noexcept;
+  /// Throws where there is no memory.
+  explicit ClapPlugin(const clap_host_t& clapHost);
   ClapPlugin(const ClapPlugin&) = delete;
   ClapPlugin& operator=(const ClapPlugin&) = delete;
 

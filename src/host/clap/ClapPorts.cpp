@@ -1,7 +1,7 @@
 #include "host/clap/ClapPorts.h"
 
 #include <algorithm>
-#include <string_view>
+#include "host/clap/ClapText.h"
 
 namespace orvantesco {
 namespace {
@@ -9,11 +9,6 @@ namespace {
 constexpr clap_id kMainPort = 0;
 constexpr clap_id kSideChainPort = 1;
 constexpr std::uint32_t kOutputChannels = 2;
-
-template <std::size_t size>
-void put(std::string_view text, char (&room)[size]) noexcept {
-  room[text.copy(room, size - 1)] = '\0';
-}
 
 const char* typeOf(std::uint32_t channels) noexcept {
   return channels == 1 ? CLAP_PORT_MONO : CLAP_PORT_STEREO;
@@ -25,14 +20,14 @@ std::uint32_t inputsOf(const ClapPorts::Layout& layout) noexcept {
 
 void describeMain(std::uint32_t channels, const char* name, clap_audio_port_info_t& info) noexcept {
   info.id = kMainPort;
-  put(name, info.name);
+  putText(name, info.name);
   info.flags |= CLAP_AUDIO_PORT_IS_MAIN;
   info.channel_count = channels;
 }
 
 void describeSideChain(clap_audio_port_info_t& info) noexcept {
   info.id = kSideChainPort;
-  put("Side Chain", info.name);
+  putText("Side Chain", info.name);
   info.channel_count = 1;
   info.in_place_pair = CLAP_INVALID_ID;
 }
@@ -74,7 +69,7 @@ bool ClapPorts::describeLayout(std::uint32_t place, ClapAudioPortsConfig& config
   const Layout& layout = layouts[place];
   config = {};
   config.id = layout.id;
-  put(layout.name, config.name);
+  putText(layout.name, config.name);
   config.input_port_count = inputsOf(layout);
   config.output_port_count = 1;
   config.has_main_input = true;

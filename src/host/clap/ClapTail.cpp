@@ -4,8 +4,6 @@
 #include <cmath>
 #include <limits>
 
-#include "host/binding/TailTime.h"
-
 namespace orvantesco {
 namespace {
 
@@ -37,7 +35,7 @@ std::uint32_t ClapTail::frames() noexcept {
   const std::uint64_t now = settings.load(std::memory_order_relaxed);
   const std::uint64_t known = counted;
   if (known >> 32 == now) return framesIn(known);
-  const double echoes = bypassed ? 0.0 : std::ceil(tailSeconds(effect) * rate);
+  const double echoes = bypassed ? 0.0 : std::ceil(effect.tailSeconds() * rate);
   const double tail = echoes + effect.latency;
   const std::uint32_t found = tail < kEndless ? static_cast<std::uint32_t>(tail) : kEndless;
   counted = now << 32 | found;

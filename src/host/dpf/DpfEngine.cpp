@@ -6,7 +6,6 @@
 #include <exception>
 #include <limits>
 
-#include "host/binding/TailTime.h"
 #include "host/dpf/DpfParameters.h"
 
 namespace orvantesco {
@@ -45,7 +44,7 @@ void DpfEngine::takeMemory(double rateHz, int frames) {
 
 std::uint32_t DpfEngine::tailFrames() const {
   constexpr std::uint32_t endless = std::numeric_limits<std::uint32_t>::max();
-  const double seconds = bypassed ? 0.0 : tailSeconds(effect);
+  const double seconds = bypassed ? 0.0 : effect.tailSeconds();
   const double frames = std::ceil(seconds * host.sampleRate()) + effect.latency;
   return frames < endless ? static_cast<std::uint32_t>(frames) : endless;
 }

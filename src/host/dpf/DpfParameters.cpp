@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "core/EffectMenu.h"
-#include "host/binding/ParameterModule.h"
+#include "host/binding/ParameterGroup.h"
 #include "host/binding/ParameterSymbol.h"
 #include "params/ParamBank.h"
 

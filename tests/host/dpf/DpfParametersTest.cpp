@@ -7,7 +7,7 @@
 #include <string>
 
 #include "core/EffectMenu.h"
-#include "host/binding/ParameterModule.h"
+#include "host/binding/ParameterGroup.h"
 #include "params/ParamIndex.h"
 
 namespace orvantesco {

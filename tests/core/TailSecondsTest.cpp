@@ -1,11 +1,10 @@
-#include "host/binding/TailTime.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <string>
 #include <utility>
 
+#include "core/Orvantesco.h"
 #include "params/ParamIndex.h"
 #include "support/EngineRig.h"
 
@@ -44,14 +43,14 @@ double renderedSeconds(EngineRig& rig, double longest) {
   return 0.0;
 }
 
-class TailTimeOf : public ::testing::TestWithParam<Decay> {};
+class TailSecondsOf : public ::testing::TestWithParam<Decay> {};
 
-TEST_P(TailTimeOf, CoversWhatIsHeard) {
+TEST_P(TailSecondsOf, CoversWhatIsHeard) {
   EngineRig rig(rate);
   apply(rig, quick);
   apply(rig, GetParam().settings);
   rig.warmUp();
-  const double tail = tailSeconds(rig.effect);
+  const double tail = rig.effect.tailSeconds();
   ASSERT_TRUE(std::isfinite(tail));
   const double heard = renderedSeconds(rig, 1.5 * tail + 0.5);
   EXPECT_GE(tail, heard);
@@ -109,20 +108,20 @@ const Decay decays[] = {
      3.0},
     {"DelayAndHall", {{kFeedback, 80}, {kMasterFx, 2}, {kMasterFxParam, 30}}, 3.0},
 };
-INSTANTIATE_TEST_SUITE_P(Settings, TailTimeOf, ::testing::ValuesIn(decays),
+INSTANTIATE_TEST_SUITE_P(Settings, TailSecondsOf, ::testing::ValuesIn(decays),
                          [](const auto& decay) { return decay.param.name; });
 
-TEST(TailTime, IsInfiniteWhereALoopDoesNotFade) {
+TEST(TailSeconds, IsInfiniteWhereALoopDoesNotFade) {
   EngineRig rig;
   rig.set(kFeedback, 99.0);
-  EXPECT_TRUE(std::isfinite(tailSeconds(rig.effect)));
+  EXPECT_TRUE(std::isfinite(rig.effect.tailSeconds()));
   rig.set(kFeedback, 100.0);
-  EXPECT_TRUE(std::isinf(tailSeconds(rig.effect)));
+  EXPECT_TRUE(std::isinf(rig.effect.tailSeconds()));
   rig.set(kDelayOn, 0.0);
-  EXPECT_TRUE(std::isfinite(tailSeconds(rig.effect)));
+  EXPECT_TRUE(std::isfinite(rig.effect.tailSeconds()));
 }
 
-TEST(TailTime, IsInfiniteWhereTwoSlotsDriveEachOther) {
+TEST(TailSeconds, IsInfiniteWhereTwoSlotsDriveEachOther) {
   EngineRig rig;
   for (int slot = 0; slot < 2; ++slot) {
     rig.set(kSlotOn + slot, 1.0);
@@ -131,12 +130,12 @@ TEST(TailTime, IsInfiniteWhereTwoSlotsDriveEachOther) {
     rig.set(slotFbIndex(1 - slot, slot), 100.0);
   }
   // 1.3 * 0.8 passes 1, although neither slot feeds itself.
-  EXPECT_TRUE(std::isinf(tailSeconds(rig.effect)));
+  EXPECT_TRUE(std::isinf(rig.effect.tailSeconds()));
   rig.set(slotFbIndex(0, 1), -90.0);
-  EXPECT_TRUE(std::isfinite(tailSeconds(rig.effect)));
+  EXPECT_TRUE(std::isfinite(rig.effect.tailSeconds()));
 }
 
-TEST(TailTime, IsInfiniteWhereACircleRunsThroughASlotsInput) {
+TEST(TailSeconds, IsInfiniteWhereACircleRunsThroughASlotsInput) {
   EngineRig rig;
   rig.set(kSlotOn + 1, 1.0);
   rig.set(kInput + 1, 5.0);  // the second slot hears the first one
@@ -146,19 +145,19 @@ TEST(TailTime, IsInfiniteWhereACircleRunsThroughASlotsInput) {
   rig.set(kFeedback + 1, 0.0);
   rig.set(kLevel, 0.0);
   rig.set(slotFbIndex(1, 0), 50.0);  // and the first one gets back half of it
-  EXPECT_TRUE(std::isfinite(tailSeconds(rig.effect)));
+  EXPECT_TRUE(std::isfinite(rig.effect.tailSeconds()));
   rig.set(slotFbIndex(1, 0), 100.0);
-  EXPECT_TRUE(std::isinf(tailSeconds(rig.effect)));
+  EXPECT_TRUE(std::isinf(rig.effect.tailSeconds()));
 }
 
-TEST(TailTime, CountsTheMostThatAModulatorAddsToTheFeedback) {
+TEST(TailSeconds, CountsTheMostThatAModulatorAddsToTheFeedback) {
   EngineRig rig;
   rig.set(kFeedback, 60.0);
   rig.set(kFeedbackModSource, 1.0);
   rig.set(kFeedbackModDepth, 50.0);
-  EXPECT_TRUE(std::isfinite(tailSeconds(rig.effect)));
+  EXPECT_TRUE(std::isfinite(rig.effect.tailSeconds()));
   rig.set(kFeedbackModDepth, -80.0);
-  EXPECT_TRUE(std::isinf(tailSeconds(rig.effect)));
+  EXPECT_TRUE(std::isinf(rig.effect.tailSeconds()));
 }
 
 /// Puts an effect, by its place in the menu, into a stage of the first slot, as a preset does.
@@ -170,25 +169,25 @@ void insert(EngineRig& rig, int stage, int entry, double secondKnob) {
   rig.effect.settings().applyPreset(rig.effect.settings().currentPreset());
 }
 
-TEST(TailTime, IsInfiniteWhereAnEffectMayAmplifyInALoop) {
+TEST(TailSeconds, IsInfiniteWhereAnEffectMayAmplifyInALoop) {
   constexpr int feedbackStage = 1;
   EngineRig ringMod, saturate, withoutLoop;
   withoutLoop.set(kFeedback, 0.0);
   insert(ringMod, feedbackStage, 2, 0.0);
   insert(saturate, feedbackStage, 5, 0.0);
   insert(withoutLoop, feedbackStage, 5, 0.0);
-  EXPECT_TRUE(std::isfinite(tailSeconds(ringMod.effect)));
-  EXPECT_TRUE(std::isinf(tailSeconds(saturate.effect)));
-  EXPECT_TRUE(std::isfinite(tailSeconds(withoutLoop.effect)));
+  EXPECT_TRUE(std::isfinite(ringMod.effect.tailSeconds()));
+  EXPECT_TRUE(std::isinf(saturate.effect.tailSeconds()));
+  EXPECT_TRUE(std::isfinite(withoutLoop.effect.tailSeconds()));
 }
 
-TEST(TailTime, IsInfiniteWhereAFilterOscillates) {
+TEST(TailSeconds, IsInfiniteWhereAFilterOscillates) {
   constexpr int post = 2, stateVariable = 13;
   EngineRig calm, ringing;
   insert(calm, post, stateVariable, 50.0);
   insert(ringing, post, stateVariable, 100.0);
-  EXPECT_TRUE(std::isfinite(tailSeconds(calm.effect)));
-  EXPECT_TRUE(std::isinf(tailSeconds(ringing.effect)));
+  EXPECT_TRUE(std::isfinite(calm.effect.tailSeconds()));
+  EXPECT_TRUE(std::isinf(ringing.effect.tailSeconds()));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "host/binding/ParameterModule.h"
+#include "host/binding/ParameterGroup.h"
 
 #include <algorithm>
 #include <array>

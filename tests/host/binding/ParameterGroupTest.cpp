@@ -1,4 +1,4 @@
-#include "host/binding/ParameterModule.h"
+#include "host/binding/ParameterGroup.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ const ParamBank& bank() {
   return *built;
 }
 
-TEST(ParameterModule, GivesEveryParameterAGroup) {
+TEST(ParameterGroup, GivesEveryParameterAGroup) {
   for (int index = 0; index < kNumParams; ++index) {
     EXPECT_FALSE(parameterModule(index).empty()) << index;
     const auto group = static_cast<std::size_t>(parameterGroupOf(index));
@@ -27,7 +27,7 @@ TEST(ParameterModule, GivesEveryParameterAGroup) {
   }
 }
 
-TEST(ParameterModule, TellsParametersOfOneNameApart) {
+TEST(ParameterGroup, TellsParametersOfOneNameApart) {
   std::set<std::pair<std::string, std::string>> seen;
   for (int index = 0; index < kNumParams; ++index) {
     const std::string name = bank().getParam(index)->name();
@@ -35,7 +35,7 @@ TEST(ParameterModule, TellsParametersOfOneNameApart) {
   }
 }
 
-TEST(ParameterModule, SpeaksOfSlotsModulatorsAndTheMaster) {
+TEST(ParameterGroup, SpeaksOfSlotsModulatorsAndTheMaster) {
   EXPECT_EQ(parameterModule(kSlotOn), "Slot 1");
   EXPECT_EQ(parameterModule(kFeedback + 3), "Slot 4");
   EXPECT_EQ(parameterModule(kDelayTimeL + 1), "Slot 2/Delay");
@@ -53,7 +53,7 @@ TEST(ParameterModule, SpeaksOfSlotsModulatorsAndTheMaster) {
   EXPECT_EQ(parameterModule(slotFbIndex(3, 3)), "Feedback Matrix");
 }
 
-TEST(ParameterModule, FollowsTheIndexRulesOfEffectsAndLanes) {
+TEST(ParameterGroup, FollowsTheIndexRulesOfEffectsAndLanes) {
   const char* const places[] = {"PRE", "FB", "POST"};
   for (int position = 0; position < numPositions; ++position) {
     const std::string slot = "Slot " + std::to_string(position % numSlots + 1) + "/";
@@ -70,7 +70,7 @@ TEST(ParameterModule, FollowsTheIndexRulesOfEffectsAndLanes) {
   EXPECT_EQ(parameterModule(gateStepIndex(3, 0)), "Gate 4");
 }
 
-TEST(ParameterModule, GivesEveryGroupAnIdentifierOfItsOwn) {
+TEST(ParameterGroup, GivesEveryGroupAnIdentifierOfItsOwn) {
   std::set<std::string> paths;
   std::set<std::string> symbols;
   for (const ParameterGroup& group : parameterGroups()) {
