@@ -44,6 +44,9 @@ class RenderEngine {
   /// Effects that were chosen but that this build cannot make, as "NAME at PARAMETER".
   std::vector<std::string> missingEffects() const;
 
+  /// Comes to rest as a plug-in does that its host activates, so that both sound the same.
+  void startAnew() { effect.startAnew(); }
+
   /// The transport stands at the start, or runs from where it stands.
   void stopAtStart();
   void startTransport();

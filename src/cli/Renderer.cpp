@@ -80,6 +80,8 @@ RenderStats Renderer::run(ProgressBar& progress) {
 void Renderer::warmUp() {
   engine.stopAtStart();
   std::int64_t remaining = framesOf(settings.warmUpSeconds, input.sampleRate());
+  // Who asks for no warm-up hears the fade of a start.
+  if (remaining > 0) engine.startAnew();
   while (remaining > 0) {
     const int frames = static_cast<int>(std::min<std::int64_t>(nextBlock(), remaining));
     clearInput(frames);

@@ -122,6 +122,7 @@ TEST_F(RenderTime, HoldsTheEnginesOutputExactlyWithAutomationAtItsFrame) {
 
   PlainHost plain(48000.0);
   plain.host.setRunning(false);
+  plain.effect.startAnew();
   plain.play(silence(0), 0, 12000);
   plain.host.setRunning(true);
   plain.play(sound, 0, 4800);
